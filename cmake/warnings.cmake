@@ -1,0 +1,6 @@
+# Warnings are errors everywhere.
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+if(VANTREL_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()

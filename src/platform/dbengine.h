@@ -1,0 +1,129 @@
+// The database engine behind the record files: one SQLite file a record, tables of text columns.
+// Every fault is a RunTimeError with the engine's number (3000 and up).
+#pragma once
+
+#include "platform/clock.h"
+#include "platform/numbers.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace vantrel {
+
+inline constexpr int kDbText = 10;  ///< Field.Type of a text column; holds up to 255 characters
+
+/// What is written to a text column: a text as it stands, a number in its shortest decimal form, a date in the one
+/// date text.
+using FieldInput = std::variant<std::string, double, DateTime>;
+
+/// A column: of a table that is being described, or of the current row of a recordset.
+struct Field {
+    std::string Name;
+    int Type = kDbText;
+};
+
+/// The description of a table, complete before it is appended to a database.
+struct TableDef {
+    class FieldList {
+    public:
+        void Append(const Field& field) { fields_.push_back(field); }
+        const std::vector<Field>& All() const { return fields_; }
+
+    private:
+        std::vector<Field> fields_;
+    };
+    std::string Name;
+    FieldList Fields;
+};
+
+namespace engine {
+struct Connection;
+struct Rows;
+}  // namespace engine
+
+/// A walk over rows: a set of row ids taken when it is opened, each row read when it is reached. Holds no lock between
+/// two calls. Column names are matched without regard to case. Copies share the one position, as handles do.
+class Recordset {
+public:
+    Recordset() = default;
+    explicit Recordset(std::shared_ptr<engine::Rows> rows) : rows_(std::move(rows)) {}
+
+    /// Rows reached so far: 0 for an empty set, at least 1 for any other, the true number after MoveLast. Rows that
+    /// this recordset deleted do not count.
+    std::int64_t RecordCount() const;
+    bool Bof() const;
+    bool Eof() const;
+    void MoveFirst();
+    void MoveNext();
+    void MoveLast();
+
+    /// Starts a new row; its columns are Null until set. Update stores it behind all rows.
+    void AddNew();
+    /// Starts a change of the current row. A move without Update drops the change.
+    void Edit();
+    /// Stores the new or changed row: one durable commit, on disk when it returns (inside a Transaction: at its end).
+    void Update(int update_type = 1, bool force = false);
+    /// Removes the current row. The set stands on no row until the next move.
+    void Delete();
+
+    /// The column of the row on hand; nullopt for Null. Error 3265 for no such column, 3021 for no current row.
+    std::optional<std::string> Value(const std::string& column) const;
+    /// As Value, as text: Null raises error 94.
+    std::string Text(const std::string& column) const;
+    /// Sets a column of the row being added or edited (else error 3020). Over 255 characters: error 3163.
+    void Set(const std::string& column, const FieldInput& value);
+
+private:
+    std::shared_ptr<engine::Rows> rows_;
+};
+
+/// An open record. Copies share the one connection. A default-made one is closed.
+class Database {
+public:
+    Database() = default;
+    explicit Database(std::shared_ptr<engine::Connection> connection) : connection_(std::move(connection)) {}
+
+    /// Adds a table (`database.TableDefs.Append(table)`, said in one call).
+    void AppendTableDef(const TableDef& table);
+    /// `source`: "select * from <table>" or the same with "where <column>='<text>'"; any case and spacing.
+    Recordset OpenRecordset(const std::string& source);
+    /// Ends the access; the database's recordsets end with it. Closing a closed one does nothing; using it raises 3420.
+    void Close();
+
+    /// While it lives, all writes on the database are one durable commit, made when it goes (also when an error
+    /// unwinds it: what was written stays written). Reading inside it is one consistent picture.
+    class Transaction {
+    public:
+        explicit Transaction(const Database& database);
+        ~Transaction();
+        Transaction(const Transaction&) = delete;
+        Transaction& operator=(const Transaction&) = delete;
+        /// Commits now and raises what goes wrong with it. Called at the regular end; the destructor then does nothing.
+        void Commit();
+
+    private:
+        std::shared_ptr<engine::Connection> connection_;
+    };
+
+private:
+    std::shared_ptr<engine::Connection> connection_;
+};
+
+class DBEngine {
+public:
+    /// Makes a new file (`locale` and `option` have no use here) and opens it. A file that exists: error 3204. A missing
+    /// folder: 3044. A name that holds a path separator or that no file name can be: 3055.
+    Database CreateDatabase(const std::string& path, const std::string& locale, int option);
+    /// Opens an existing file, shared and writable. Missing: 3024. No database: 3343, and the file stays as it was.
+    Database OpenDatabase(const std::string& path, bool options = false, bool read_only = false,
+                          const std::string& connect = "");
+};
+
+/// The one engine object, made when first needed and kept for the life of the program.
+DBEngine& TheDBEngine();
+
+}  // namespace vantrel
