@@ -115,8 +115,8 @@ private:
 
 class DBEngine {
 public:
-    /// Makes a new file (`locale` and `option` have no use here) and opens it. A file that exists: error 3204. A missing
-    /// folder: 3044. A name that holds a path separator or that no file name can be: 3055.
+    /// Makes a new file (`locale` and `option` have no use here) and opens it. A file that exists: error 3204. A
+    /// missing folder: 3044. A name that holds a path separator or that no file name can be: 3055.
     Database CreateDatabase(const std::string& path, const std::string& locale, int option);
     /// Opens an existing file, shared and writable. Missing: 3024. No database: 3343, and the file stays as it was.
     Database OpenDatabase(const std::string& path, bool options = false, bool read_only = false,

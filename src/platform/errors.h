@@ -21,6 +21,8 @@ enum ErrorNumber : int {
     kPathNotFound = 76,
     kInvalidNull = 94,
     kControlArrayElement = 340,
+    kInvalidPropertyValue = 380,
+    kAlreadyShown = 400,
     kPrinter = 482,
     kNoCurrentRecord = 3021,
     kFileMissing = 3024,
