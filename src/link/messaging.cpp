@@ -1,0 +1,42 @@
+#include "link/messaging.h"
+
+#include "platform/clock.h"
+#include "state/shared.h"
+#include "windows/Form1.h"
+
+namespace vantrel {
+
+namespace {
+
+constexpr int kQueryWait = 50;  // ms
+constexpr std::uint32_t kReplyBytes = 1024;
+
+ViSession SessionOf(Integer dev) { return InstrSession(FoundSession(SlotOf(dev))); }
+
+void ReadReply(Integer dev) {
+    std::string reply;
+    VisaStatus = viRead(SessionOf(dev), &reply, kReplyBytes, &RetCount);
+    ReplyBuffer = reply;
+    if (LinkIsGood()) return;
+    The<Form1>().Command4_Click();
+    MsgBox("Device is disconnected !");
+}
+
+}  // namespace
+
+void SendScpi(std::string& command, Integer dev) {
+    command += '\n';
+    const Integer length = command.size();
+    VisaStatus = viWrite(SessionOf(dev), command, static_cast<std::uint32_t>(length), &RetCount);
+    if (!Contains(command, "?")) return;
+    ReplyBuffer = "";
+    Sleep(kQueryWait);
+    ReadReply(dev);
+}
+
+void ReadScpi(Integer dev) {
+    ReplyBuffer = "";
+    ReadReply(dev);
+}
+
+}  // namespace vantrel

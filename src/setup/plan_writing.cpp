@@ -1,0 +1,71 @@
+#include "setup/plan_writing.h"
+
+#include "link/messaging.h"
+#include "setup/plan_readback.h"
+#include "state/shared.h"
+#include "state/vocabulary.h"
+#include "windows/Form1.h"
+#include "windows/Set_Dev.h"
+
+namespace vantrel {
+
+namespace {
+
+constexpr double kTimerLimit = 9999.999;  // seconds, exclusive
+
+void WriteTimer(const std::string& text, Integer dev) {
+    const double seconds = CDbl(text);
+    if (seconds < 0 || seconds >= kTimerLimit) return;
+    ScanTimerText(dev) = text;
+    SendScpi("ROUTe:SCAN:TIMER " + text, dev);
+}
+
+void WriteChannel(Set_Dev& dialog, Integer dev, Integer i) {
+    const Integer slot = SlotOf(dev);
+    const int half = ChannelCount(dev) / 2;
+    const bool master = i + 1 <= half;
+    const std::string on_channel = " ,@" + Str(i + 1);
+
+    ChannelPlan(slot, i) = dialog.Fun_Set(slot, i);
+    // The contacts of the slave belong to its four-wire master.
+    if (!master && Contains(dialog.Fun_Set(slot, i - half), "4W")) return;
+
+    MapFunctionName(ChannelPlan(slot, i));
+    SendScpi("rout:scan:func " + Str(i + 1) + "," + MapResult, dev);
+    if (Contains(MapResult, "TEMP")) {
+        SendScpi("SENSe:TEMP:RTD:TYPE " + dialog.temp(i).Text() + on_channel, dev);
+        if (master) {
+            const bool four_wire = Contains(ChannelPlan(slot, i), "4W");
+            SendScpi((four_wire ? "SENSe:TEMP:TRAN FRTD" : "SENSe:TEMP:TRAN RTD") + on_channel, dev);
+        }
+    } else if (Contains(MapResult, "TCO")) {
+        SendScpi("SENSe:TCOuple:TYPE " + dialog.temp(i).Text() + on_channel, dev);
+    }
+}
+
+}  // namespace
+
+void WriteDevicePlans() {
+    Set_Dev& dialog = The<Set_Dev>();
+    dialog.Plan_Busy = true;
+    for (const Integer dev : Each(DeviceCount)) {
+        const Integer slot = SlotOf(dev);
+        ScanModeWord(slot) = dialog.Mode_Set(slot) == "SCAN" ? "SCAN" : "SCAN:STEP";
+        // A timer that is no number ends SET here, before this device's timer and functions go out: what was sent to the
+        // devices before it stays sent, and the user is told which device's timer to mend.
+        if (!IsNumeric(dialog.Timer_Text(dev))) {
+            dialog.Plan_Busy = false;
+            MsgBox("The scan timer of " + The<Form1>().Combo1.List(dev) + " is not a number of seconds: \"" +
+                   dialog.Timer_Text(dev) + "\". Please key a number.");
+            return;
+        }
+        WriteTimer(dialog.Timer_Text(dev), dev);
+        for (const Integer i : Each(ChannelCount(dev))) WriteChannel(dialog, dev, i);
+        ReadDevicePlan(dev);
+    }
+    dialog.Fill_Combos();
+    dialog.Plan_Busy = false;
+    MsgBox("Setting complete!");
+}
+
+}  // namespace vantrel

@@ -1,0 +1,100 @@
+#include "state/shared.h"
+
+namespace vantrel {
+
+ViStatus VisaStatus = kViSuccess;
+ViSession DefaultRM = 0;
+ViSession FindList = 0;
+std::uint32_t FindCount = 0;
+FixedText<1024> InstrDesc;
+std::uint32_t RetCount = 0;
+FixedText<1024> ReplyBuffer;
+Table<ViSession, 21> InstrSession;
+Table<Integer, 11> FoundSession;
+Table<Integer, 5> SlotOf;
+Integer DeviceCount = 0;
+Table<Integer, 5> ChannelCount;
+Table<std::string, 11> DeviceSerial;
+
+ChannelTable<std::string> ChannelPlan;
+Table<std::string, 5> ScanModeWord("SCAN");
+Table<std::string, 5> ScanTimerText;
+ChannelTable<Colour> ChannelColor;
+ChannelTable<std::string> ChannelDivision("1");
+ChannelTable<std::string> ChannelOffset("0");
+ChannelTable<double> ShuntOhm(1.0);
+ChannelTable<double> ShuntOffset(0.0);
+Integer ShuntDevice = 0;
+Integer ShuntChannel = 0;
+Table<std::string, 5> RecordName("0");
+
+ChannelTable<std::string> ScanRow(" ");
+Table<double, 5> ScanCount;
+Table<double, 5> ActiveChannels;
+Table<Integer, 5> ScanTarget;
+Table<Integer, 5> ScanThreshold;
+Integer StopRequested = 0;
+DateTime ScanTime;
+Table<std::vector<std::string>, 5> ListFetchTime;
+Table<Colour, 20> ColorTable;
+
+Table<std::string, 5> RecordPath;
+Table<Database, 5> RecordDb;
+Table<Recordset, 5> RecordRs;
+Table<double, 5> RecordBase;
+
+double XStep = 0;
+double YStep = 0;
+double XZoom = 1.0;
+double YZoom = 1.0;
+Integer BaseRow = 8;
+Table<double, 5> TrendX;
+Table<double, 5> TrendY;
+Table<double, 5> TrendBase;
+Table<double, 5> TrendDelta;
+ChannelTable<Table<double, 171>> TrendHistory;
+
+namespace {
+constexpr int kDevices = 4;
+constexpr int kChannels = 20;
+}  // namespace
+
+bool LinkIsGood() { return VisaStatus == kViSuccess || VisaStatus == kViSuccessMaxCnt; }
+
+void BuildColorTable() {
+    const std::vector<Colour> colours = {
+        RGB(0, 128, 0),     RGB(0, 128, 128),   RGB(128, 0, 0),     RGB(128, 0, 128),   RGB(128, 128, 0),
+        RGB(192, 192, 192), RGB(128, 128, 128), RGB(0, 255, 0),     RGB(0, 255, 255),   RGB(255, 0, 0),
+        RGB(255, 0, 255),   RGB(255, 255, 0),   RGB(196, 136, 136), RGB(255, 128, 128), RGB(255, 128, 64),
+        RGB(96, 175, 255),  RGB(128, 128, 255), RGB(255, 128, 192), RGB(255, 128, 255), RGB(255, 255, 128),
+    };
+    for (const Integer ch : Each(kChannels)) ColorTable(ch) = colours.at(static_cast<std::size_t>(ch));
+}
+
+void ClearRunState() {
+    for (const Integer dev : Each(kDevices)) ScanCount(dev) = 0;
+    StopRequested = 0;
+}
+
+void SetTrendDefaults() {
+    XZoom = 1.0;
+    YZoom = 1.0;
+    BaseRow = 8;
+}
+
+void SetDeviceDefaults() {
+    for (const Integer dev : Each(kDevices)) {
+        RecordName(dev) = "0";
+        ScanModeWord(dev) = "SCAN";
+        for (const Integer ch : Each(kChannels)) {
+            ChannelDivision(dev, ch) = "1";
+            ChannelOffset(dev, ch) = "0";
+            ChannelColor(dev, ch) = ColorTable(ch);
+            ScanRow(dev, ch) = " ";
+            ShuntOhm(dev, ch) = 1.0;
+            ShuntOffset(dev, ch) = 0.0;
+        }
+    }
+}
+
+}  // namespace vantrel

@@ -1,0 +1,78 @@
+#include "state/vocabulary.h"
+
+#include "platform/numbers.h"
+
+#include <array>
+#include <utility>
+
+namespace vantrel {
+
+Table<std::string, 13> FunctionNames;
+Table<std::string, 9> RtdTypeNames;
+Table<std::string, 8> TcoupleTypeNames;
+std::string MapResult;
+
+namespace {
+
+struct Pair {
+    const char* from;
+    const char* to;
+};
+
+constexpr std::array<Pair, kFunctionNames> kNameToWord = {{
+    {"DCV", "\"VOLT\""},
+    {"ACV", "\"VOLT:AC\""},
+    {"DCI", "\"VOLT\""},
+    {"ACI", "\"VOLT:AC\""},
+    {"2W", "\"RES\""},
+    {"4W", "\"FRES\""},
+    {"FREQ", "\"FREQ\""},
+    {"PERIOD", "\"PERIOD\""},
+    {"TCOUPL", "\"TCO\""},
+    {"TEMP", "\"TEMP\""},
+    {"4W,TEMP", "\"TEMP\""},
+    {"NONE", "\"NONE\""},
+}};
+
+// Only the short word of the period comes back; no word comes back as a current or a four-wire temperature.
+constexpr std::array<Pair, 9> kWordToName = {{
+    {"\"VOLT:AC\"", "ACV"},
+    {"\"VOLT\"", "DCV"},
+    {"\"FRES\"", "4W"},
+    {"\"RES\"", "2W"},
+    {"\"FREQ\"", "FREQ"},
+    {"\"PER\"", "PERIOD"},
+    {"\"TCO\"", "TCOUPL"},
+    {"\"TEMP\"", "TEMP"},
+    {"\"NONE\"", "NONE"},
+}};
+
+constexpr std::array<const char*, kRtdTypeNames> kRtdTypes = {"PT100",  "D100", "F100",  "PT385",
+                                                             "PT3916", "USER", "SPRTD", "NTCT"};
+constexpr std::array<const char*, kTcoupleTypeNames> kTcoupleTypes = {"E", "J", "K", "N", "R", "S", "T"};
+
+}  // namespace
+
+void FillVocabulary() {
+    for (const Integer i : Each(kFunctionNames)) FunctionNames(i) = kNameToWord.at(static_cast<std::size_t>(i)).from;
+    for (const Integer i : Each(kRtdTypeNames)) RtdTypeNames(i) = kRtdTypes.at(static_cast<std::size_t>(i));
+    for (const Integer i : Each(kTcoupleTypeNames)) TcoupleTypeNames(i) = kTcoupleTypes.at(static_cast<std::size_t>(i));
+}
+
+void MapFunctionName(const std::string& text) {
+    for (const auto& [name, word] : kNameToWord) {
+        if (text == name) {
+            MapResult = word;
+            return;
+        }
+    }
+    for (const auto& [word, name] : kWordToName) {
+        if (text == word) {
+            MapResult = name;
+            return;
+        }
+    }
+    MapResult = text;
+}
+
+}  // namespace vantrel

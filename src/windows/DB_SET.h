@@ -1,0 +1,24 @@
+// The dialog that says into which record each device stores its scans.
+#pragma once
+
+#include "platform/toolkit.h"
+
+namespace vantrel {
+
+struct DB_SET : Window {
+    DB_SET();
+
+    MSFlexGrid MSFlexGrid1{*this, "MSFlexGrid1", {0, 120, 5175, 1815}, 1, 2, 1, 0};
+    ControlArray<ComboBox, 4> Combo1{*this, "Combo1", {2580, 480, 2580, 315}};
+    CommandButton OK{*this, "OK", {0, 2160, 5175, 495}, "OK"};
+
+    void Form_Load();
+    void Form_Activate();
+    void Combo1_Change(Integer index);
+    void OK_Click();
+
+private:
+    void FillDbCombo(Integer index);
+};
+
+}  // namespace vantrel
