@@ -1,5 +1,6 @@
 # Fails when an include breaks the layout: which folder may include which, and which library belongs to which folder.
 #   cmake -D SOURCE_DIR=... -P check_dependencies.cmake
+cmake_minimum_required(VERSION 3.25)
 
 # Each folder of src may include itself and these.
 set(platform_may "")
@@ -17,9 +18,15 @@ set(faults "")
 file(GLOB_RECURSE files RELATIVE ${SOURCE_DIR}/src ${SOURCE_DIR}/src/*.cpp ${SOURCE_DIR}/src/*.h)
 foreach(file ${files})
   string(REGEX MATCH "^[^/]+" folder ${file})
-  file(STRINGS ${SOURCE_DIR}/src/${file} includes REGEX "^ *#include")
+  if(file MATCHES "/" AND NOT folder IN_LIST folders)
+    list(APPEND faults "src/${file}: ${folder} is no folder of the layout")
+  endif()
+  file(STRINGS ${SOURCE_DIR}/src/${file} includes REGEX "^ *# *include")
   foreach(line ${includes})
-    if(line MATCHES "#include \"([a-z]+)/" AND folder IN_LIST folders)
+    if(line MATCHES "\"\\.\\.?/")
+      list(APPEND faults "src/${file}: an include starts from src")
+    endif()
+    if(line MATCHES "include \"([a-z]+)/" AND folder IN_LIST folders)
       set(target ${CMAKE_MATCH_1})
       if(NOT target STREQUAL folder AND NOT target IN_LIST ${folder}_may)
         list(APPEND faults "src/${file}: ${folder} must not include ${target}")

@@ -1,0 +1,8 @@
+# Makes a tree of one source file with one include, and fails unless the check refuses it for the fault named.
+file(REMOVE_RECURSE ${TREE})
+file(WRITE ${TREE}/src/${FILE} "#include ${INCLUDE}\n")
+execute_process(COMMAND ${CMAKE_COMMAND} -D SOURCE_DIR=${TREE} -P ${CHECK}
+  RESULT_VARIABLE result OUTPUT_VARIABLE text ERROR_VARIABLE text)
+if(result EQUAL 0 OR NOT text MATCHES "src/${FILE}: ${FAULT}")
+  message(FATAL_ERROR "expected the fault '${FAULT}', got ${result}: ${text}")
+endif()
