@@ -9,7 +9,7 @@ set(windows_may platform state)
 set(link_may platform state windows)
 set(setup_may platform state windows link)
 set(records_may platform state windows)
-set(plot_may platform state windows)
+set(plot_may platform state windows records)
 set(acquire_may platform state windows link setup records plot)
 
 set(folders platform state windows link setup records plot acquire)

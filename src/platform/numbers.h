@@ -74,6 +74,9 @@ double Val(std::string_view text);
 /// A number beyond the range of a 64-bit float raises error 6.
 double CDbl(std::string_view text);
 
+/// True if CDbl takes the text.
+bool IsNumeric(std::string_view text);
+
 /// The shortest decimal form with up to 15 significant digits, no leading blank, no trailing zeros:
 /// "20", "0.25", "-0.002", "9.9E+37". An exponent only from 1E+15 up and below 0.0001 where fixed digits do not do.
 std::string Str(double value);

@@ -1,0 +1,149 @@
+#include "windows/Form1.h"
+
+#include "acquire/live_tables.h"
+#include "plot/trend_scale.h"
+#include "setup/plan_readback.h"
+#include "state/shared.h"
+#include "state/vocabulary.h"
+#include "windows/Connect.h"
+#include "windows/DATA_Table.h"
+#include "windows/DB_SET.h"
+#include "windows/Form2.h"
+#include "windows/Form3.h"
+#include "windows/Form4.h"
+#include "windows/Set_Dev.h"
+#include "windows/about_form.h"
+
+#include <cmath>
+
+namespace vantrel {
+
+namespace {
+
+/// Takes the close entry, and what stands above it, out of the window's system menu: the way out is exit_item.
+void Trim_System_Menu(Window& window) {
+    SystemMenu* menu = GetSystemMenu(window, false);
+    if (menu == nullptr) return;
+    const int entries = GetMenuItemCount(menu);
+    if (entries == 0) return;
+    for (int i = 1; i <= 5; ++i) RemoveMenu(menu, entries - i, kMfByPositionRemove);
+    DrawMenuBar(window);
+}
+
+void Set_Table_Sizes(MSFlexGrid& table) {
+    for (const Integer j : Each(10)) {
+        table.SetColWidth(j, std::floor(table.Width() / 10.1F));
+        if (j < 4) table.SetRowHeight(j, std::floor(table.Height() / 4));
+    }
+}
+
+void Close_Sessions() {
+    VisaStatus = viClose(FindList);
+    VisaStatus = viClose(DefaultRM);
+    for (int i = 0; i < static_cast<int>(FindCount); ++i) VisaStatus = viClose(InstrSession(i));
+}
+
+}  // namespace
+
+Form1::Form1() : Window("Form1", "VANTREL MAIN", {15015, 10260}, kMain) {
+    for (const Integer dev : Each(MSFlexGrid2.Size())) MSFlexGrid2(dev).SetVisible(false);
+
+    set_sc.OnClick = [this] { set_sc_Click(); };
+    set_read.OnClick = [this] { set_read_Click(); };
+    set_draw.OnClick = [this] { set_draw_Click(); };
+    Connected_to_Instrument.OnClick = [this] { Connected_to_Instrument_Click(); };
+    About.OnClick = [this] { About_Click(); };
+    exit_item.OnClick = [this] { exit_item_Click(); };
+    // Record_View and Command7 await the record browser, Record_Draw and Command9 the record plot.
+
+    Command1.OnClick = [this] { Command1_Click(); };
+    Command2.OnClick = [this] { Command2_Click(); };
+    Command3.OnClick = [this] { Command3_Click(); };
+    Command4.OnClick = [this] { Command4_Click(); };
+    Command5.OnClick = [this] { Command5_Click(); };
+    Command6.OnClick = [this] { Command6_Click(); };
+    Command8.OnClick = [this] { Command8_Click(); };
+    Command10.OnClick = [this] { Command10_Click(); };
+    Combo1.OnChange = Combo1.OnClick = [this] { Combo1_Click(); };
+}
+
+void Form1::Form_Load() {
+    BuildColorTable();
+    Trim_System_Menu(*this);
+    Disable_All();
+    ClearRunState();
+    SetTrendDefaults();
+    FillVocabulary();
+    for (const Integer dev : Each(MSFlexGrid1.Size())) Set_Table_Sizes(MSFlexGrid1(dev));
+    SetDeviceDefaults();
+    Place_Marker();
+}
+
+void Form1::Form_Unload() {
+    Command4_Click();
+    Close_Sessions();
+}
+
+void Form1::exit_item_Click() {
+    Command4_Click();
+    Close_Sessions();
+    End();
+}
+
+void Form1::set_sc_Click() {
+    The<Set_Dev>().ShowModal();
+    Make_Live_Tables();
+}
+
+void Form1::set_read_Click() { The<Form4>().ShowModal(); }
+
+void Form1::set_draw_Click() {
+    // Connect may have left one loaded unshown: the settings are to be read as they stand now.
+    Unload<Form3>();
+    The<Form3>().ShowModal();
+    Make_Live_Tables();
+}
+
+void Form1::Command8_Click() {
+    The<Form2>().ShowModal();
+    Make_Live_Tables();
+}
+
+void Form1::Command6_Click() { The<DATA_Table>().Show(); }
+
+void Form1::Command10_Click() { The<DB_SET>().Show(); }
+
+void Form1::About_Click() { The<about_form>().Show(); }
+
+void Form1::Combo1_Click() {
+    Make_Live_Tables();
+    Enable_All();
+}
+
+void Form1::Connected_to_Instrument_Click() {
+    Unload<DATA_Table>();
+    Unload<Set_Dev>();
+    Unload<Form3>();
+    Unload<Connect>();
+    The<Connect>().ShowModal();
+    if (DeviceCount == 0) {
+        Disable_All();
+    } else {
+        Combo1.SetListIndex(0);
+        The<Form3>().Combo_dev.SetListIndex(0);
+        The<Set_Dev>().Combo1_dev.SetListIndex(0);
+        for (const Integer dev : Each(DeviceCount)) {
+            SSTab1.SetTabVisible(dev, true);
+            SSTab1.SetTab(dev);
+            SSTab1.SetTabCaption(dev, Combo1.List(dev));
+            RefreshChannelFunctions(dev);
+            Make_Live_Table(dev);
+        }
+        for (int i = DeviceCount; i < 4; ++i) SSTab1.SetTabVisible(i, false);
+        Enable_All();
+        SSTab1.SetTab(0);
+    }
+    Unload<Set_Dev>();
+}
+
+}  // namespace vantrel

@@ -1,0 +1,14 @@
+#include "windows/about_form.h"
+
+namespace vantrel {
+
+about_form::about_form() : Window("about_form", "About Orlane VANTREL", {5775, 2415}) {
+    Label4.OnClick = [this] { Label4_Click(); };
+    Command1.OnClick = [this] { Command1_Click(); };
+}
+
+void about_form::Label4_Click() { OpenWebAddress(Label4.Caption()); }
+
+void about_form::Command1_Click() { Unload<about_form>(); }
+
+}  // namespace vantrel

@@ -1,0 +1,182 @@
+// Start and Stop. A run is one long execution of the Start handler, which yields to the event loop at fixed points; Stop only raises
+// the flag that the run reads in its waits and at the end of a pass.
+
+#include "acquire/live_tables.h"
+#include "acquire/scan_poll.h"
+#include "link/messaging.h"
+#include "plot/live_trend.h"
+#include "plot/trend_scale.h"
+#include "records/record_store.h"
+#include "setup/plan_readback.h"
+#include "state/shared.h"
+#include "windows/Form1.h"
+#include "windows/Form4.h"
+
+namespace vantrel {
+
+namespace {
+
+constexpr int kStartWait = 1000;    // ms
+constexpr int kIntervalWait = 200;  // ms
+
+double ScanNumber() { return Val(The<Form4>().N_SCAN.Text()); }
+
+/// The interval between passes, as a fraction of a day.
+double Interval() {
+    const DateFields time = LocalFields(The<Form4>().PerSan.Value());
+    return (time.hour * 3600 + time.minute * 60 + time.second) / 86400.0;
+}
+
+void Prepare_Tables(Form1& main) {
+    for (const Integer dev : Each(DeviceCount)) {
+        main.SSTab1.SetTabVisible(dev, true);
+        main.SSTab1.SetTab(dev);
+        main.SSTab1.SetTabCaption(dev, main.Combo1.List(dev));
+        RefreshChannelFunctions(dev);
+        Make_Live_Table(dev);
+        ListFetchTime(dev).clear();
+    }
+    main.SSTab1.SetTab(0);
+    for (const Integer dev : Each(main.MSFlexGrid2.Size())) {
+        // Two headings, and one row without the old run's text.
+        main.MSFlexGrid2(dev).SetRows(2);
+        main.MSFlexGrid2(dev).SetRows(3);
+    }
+}
+
+/// Makes and opens the record of every device that has one. False: a record's file is not there.
+bool Open_Records() {
+    for (const Integer dev : Each(DeviceCount)) {
+        Reset_Trend(dev);
+        CreateRecord(dev);
+        ScanCount(dev) = 0;
+        if (RecordName(dev) == "0") continue;
+        if (!FileExists(RecordPath(dev))) {
+            MsgBox("The database is error!!Please choice a database again.");
+            return false;
+        }
+        OpenRecord(dev);
+    }
+    return true;
+}
+
+void Wait_For_Start_Time() {
+    Form4& schedule = The<Form4>();
+    if (schedule.at_time.Value() != 1) return;
+    while (!(StopRequested == -1 || Now() > The<Form4>().StartTime.Value())) {
+        Sleep(kStartWait);
+        DoEvents();
+    }
+}
+
+void Send_Scan_Count() {
+    if (DeviceCount < 1) return;
+    const double count = The<Form4>().OneShot() ? ScanNumber() : ActiveChannels(0);
+    SendScpi("rout:scan:count " + Str(count), 0);
+}
+
+void Set_Targets() {
+    for (const Integer dev : Each(DeviceCount)) {
+        if (The<Form4>().OneShot()) {
+            ScanTarget(dev) = ScanNumber();
+            ScanThreshold(dev) = ScanTarget(dev) > ActiveChannels(dev) ? Integer(ActiveChannels(dev)) : ScanTarget(dev);
+            StopRequested = -1;
+        } else {
+            ScanTarget(dev) = ActiveChannels(dev);
+            ScanThreshold(dev) = ActiveChannels(dev);
+        }
+    }
+}
+
+void Wait_Interval() {
+    if (The<Form4>().per_scan_interval.Value() != 1) return;
+    const DateTime end = Now() + Interval();
+    while (!(StopRequested == -1 || Now() >= end)) {
+        Sleep(kIntervalWait);
+        DoEvents();
+    }
+}
+
+/// One pass over all devices. True: the run goes on with another.
+bool Run_Pass() {
+    if (DeviceCount >= 1) SendScpi("rout:" + ScanModeWord(SlotOf(0)), 0);
+    Set_Targets();
+    for (const Integer dev : Each(DeviceCount)) {
+        Poll_Scan(dev);
+        DoEvents();
+    }
+    Draw_Trend();
+    Wait_Interval();
+    if (The<Form4>().stop_after_n_scan.Value() == 1 && ScanNumber() == ScanCount(0)) return false;
+    if (The<Form4>().stop_time.Value() == 1 && Now() > The<Form4>().StopTime.Value()) return false;
+    DoEvents();
+    return StopRequested != -1;
+}
+
+void End_Run(Form1& main) {
+    for (const Integer dev : Each(DeviceCount))
+        if (RecordName(dev) != "0") CloseRecord(dev);
+    main.Command4_Click();
+    if (!LinkIsGood()) {
+        StopRequested = -1;
+        main.Disable_Keep_View();
+    }
+    MsgBox("End of Job.");
+}
+
+}  // namespace
+
+void Form1::Command3_Click() {
+    exit_item.SetEnabled(false);
+    Disable_All();
+    Command4.SetEnabled(true);
+    Command5.SetEnabled(false);
+    Command6.SetEnabled(true);
+    Command8.SetEnabled(true);
+    Prepare_Tables(*this);
+    StopRequested = 0;
+    // Without a record's file everything stays as it is: Stop gives the controls back.
+    if (!Open_Records()) return;
+    Wait_For_Start_Time();
+    Send_Scan_Count();
+    while (Run_Pass()) {
+    }
+    End_Run(*this);
+}
+
+void Form1::Command4_Click() {
+    Command5.SetEnabled(true);
+    StopRequested = -1;
+    Enable_All();
+    exit_item.SetEnabled(true);
+}
+
+void Form1::Disable_All() {
+    Disable_Keep_View();
+    Command6.SetEnabled(false);
+    Command10.SetEnabled(false);
+}
+
+void Form1::Disable_Keep_View() {
+    set_draw.SetEnabled(false);
+    set_read.SetEnabled(false);
+    set_sc.SetEnabled(false);
+    Command3.SetEnabled(false);
+    Command4.SetEnabled(false);
+    Command6.SetEnabled(true);
+    Command8.SetEnabled(false);
+    Command10.SetEnabled(true);
+}
+
+void Form1::Enable_All() {
+    set_draw.SetEnabled(true);
+    set_read.SetEnabled(true);
+    set_sc.SetEnabled(true);
+    Command3.SetEnabled(true);
+    Command4.SetEnabled(true);
+    Command6.SetEnabled(true);
+    Command8.SetEnabled(true);
+    Command10.SetEnabled(true);
+}
+
+}  // namespace vantrel

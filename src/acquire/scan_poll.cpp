@@ -1,0 +1,124 @@
+#include "acquire/scan_poll.h"
+
+#include "acquire/live_tables.h"
+#include "link/messaging.h"
+#include "records/record_writer.h"
+#include "state/shared.h"
+#include "windows/Form1.h"
+#include "windows/Form4.h"
+
+#include <cmath>
+
+namespace vantrel {
+
+namespace {
+
+constexpr int kPollWait = 200;  // ms
+
+double ReplyNumber() { return Val(ReplyBuffer); }
+
+/// Time stamp of row `row` of the pass; an empty text where none was taken.
+std::string FetchTime(Integer dev, Integer row) {
+    const auto& times = ListFetchTime(dev);
+    return row >= 0 && row < static_cast<int>(times.size()) ? times[static_cast<std::size_t>(row)] : "";
+}
+
+void Finish_Pass(Integer dev) {
+    Fetch_Readings(dev);
+    ScanTarget(dev) = 0;
+}
+
+void Poll_One(Integer dev) {
+    while (true) {
+        SendScpi("rout:scan:state?", dev);
+        if (ReplyNumber() == ScanThreshold(dev)) {
+            ScanThreshold(dev) = ScanThreshold(dev) + ActiveChannels(dev);
+            Add_Fetch_Time(dev);
+        }
+        Sleep(kPollWait);
+        DoEvents();
+        if (!LinkIsGood()) {
+            The<Form1>().Disable_All();
+            return;
+        }
+        // Whatever a handler put into the buffer in the meantime is what is read here.
+        if (ReplyNumber() == ScanTarget(dev)) {
+            Finish_Pass(dev);
+            return;
+        }
+    }
+}
+
+/// Watches all devices at once, so that the stamps of the later ones are taken while device `dev` is waited for.
+void Poll_Sweeping(Integer dev) {
+    while (true) {
+        for (const Integer i : Each(DeviceCount)) {
+            SendScpi("rout:scan:state?", i);
+            const double count = ReplyNumber();
+            if (count == ScanThreshold(i) || count == ScanTarget(dev)) {
+                ScanThreshold(i) = ScanThreshold(i) + ActiveChannels(i);
+                Add_Fetch_Time(i);
+            }
+            if (i == dev && count == ScanTarget(dev)) {
+                Finish_Pass(dev);
+                return;
+            }
+        }
+        Sleep(kPollWait);
+        DoEvents();
+    }
+}
+
+}  // namespace
+
+void Add_Fetch_Time(Integer dev) {
+    ScanTime = Now();
+    ListFetchTime(dev).push_back(DateText(ScanTime));
+}
+
+void Poll_Scan(Integer dev) {
+    if (The<Form4>().OneShot())
+        Poll_Sweeping(dev);
+    else
+        Poll_One(dev);
+}
+
+void Fetch_Readings(Integer dev) {
+    Integer got = 0;
+    Integer start = 0;
+    SendScpi("fetch?", dev);
+    while (true) {
+        const std::vector<std::string> fields = Split(ReplyBuffer, ',');
+        const Integer last = fields.size() - 1;
+        Integer f = 0;
+        do {
+            for (int ch = start; ch < ChannelCount(dev); ++ch) {
+                if (Contains(ChannelPlan(dev, ch), "NONE") || f > last) {
+                    ScanRow(dev, ch) = " ";
+                    continue;
+                }
+                const std::string& field = fields[static_cast<std::size_t>(f)];
+                if (!field.empty()) {
+                    ScanRow(dev, ch) = Trim(field);
+                    ++got;
+                }
+                ++f;
+            }
+            const double n = Val(The<Form4>().N_SCAN.Text());
+            const Integer active = ActiveChannels(dev);
+            if (Mod(got, active) == 0 || n == got) {
+                const Integer row = std::ceil(Divide(got, ActiveChannels(dev))) - 1;
+                ScanTime = CDate(FetchTime(dev, row));
+                WriteRecord(dev);
+                Update_Tables(dev);
+                start = 0;
+            }
+        } while (f <= last);
+        start = Mod(got, Integer(ActiveChannels(dev)));
+        if (VisaStatus != kViSuccessMaxCnt) break;
+        ReadScpi(dev);
+    }
+    ListFetchTime(dev).clear();
+}
+
+}  // namespace vantrel

@@ -1,0 +1,31 @@
+#include "records/record_assignment.h"
+
+#include "state/shared.h"
+
+namespace vantrel {
+
+void Offer_Records(ComboBox& combo) {
+    for (int i = 1; i <= 10; ++i) combo.AddItem("Record" + Str(i));
+    combo.AddItem("NONE");
+}
+
+std::string Record_Prompt(Integer index) {
+    return RecordName(index) != "0" ? RecordName(index) : "Please choice a datebase";
+}
+
+void Assign_Record(Integer index, const std::string& text, int devices) {
+    if (!Contains(text, "Record")) {
+        RecordName(index) = "0";
+        return;
+    }
+    for (const Integer j : Each(devices)) {
+        RecordName(index) = text;
+        if (j != index && RecordName(j) == RecordName(index)) {
+            MsgBox("Please select other Record.");
+            RecordName(index) = "0";
+            return;
+        }
+    }
+}
+
+}  // namespace vantrel

@@ -1,0 +1,20 @@
+// Which record a device stores into: the rule that both dialogs with a record combo apply.
+#pragma once
+
+#include "platform/toolkit.h"
+
+#include <string>
+
+namespace vantrel {
+
+/// Adds Record1 to Record10, then "NONE", to a combo's list.
+void Offer_Records(ComboBox& combo);
+
+/// What a record combo shows for device `index`: its record, or the prompt where it has none.
+std::string Record_Prompt(Integer index);
+
+/// Takes `text` as the record of device `index`. A text without "Record" means none. A record that another of the first `devices` devices
+/// has is refused with a message, and the device has none.
+void Assign_Record(Integer index, const std::string& text, int devices);
+
+}  // namespace vantrel

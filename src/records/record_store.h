@@ -1,0 +1,41 @@
+// The life of a record: made and opened at Start, closed at the end of the run.
+#pragma once
+
+#include "platform/dbengine.h"
+#include "platform/files.h"
+#include "platform/numbers.h"
+
+namespace vantrel {
+
+// Each takes a device 0 to 3. What the engine or the numbering refuses is a run-time error.
+
+/// Makes the record's file with its empty table if it is not there, and sets RecordPath. A device without a record: nothing.
+void CreateRecord(Integer device);
+/// Opens the record of device `device` for appending, renumbers its rows, and sets RecordBase to their number.
+void OpenRecord(Integer device);
+void CloseRecord(Integer device);
+
+/// Numbers the rows of a record 1, 2, 3 ... in stored order and removes those without a number. `Counter` counts the rows: an Integer
+/// raises error 6 past 32767 rows. A number text that is no number raises error 13. One commit for the whole walk.
+template <class Counter>
+void Renumber(const Database& database, Recordset& rows) {
+    Database::Transaction walk(database);
+    rows.MoveFirst();
+    Counter counter = 0;
+    while (!rows.Eof()) {
+        if (!rows.Value("num").has_value()) {
+            rows.Delete();
+        } else {
+            counter += 1;
+            rows.Edit();
+            if (CDbl(rows.Text("num")) != counter) {
+                rows.Set("num", static_cast<double>(counter));
+                rows.Update();
+            }
+        }
+        rows.MoveNext();
+    }
+    walk.Commit();
+}
+
+}  // namespace vantrel

@@ -1,0 +1,44 @@
+#include "records/record_writer.h"
+
+#include "state/shared.h"
+#include "windows/Form1.h"
+
+namespace vantrel {
+
+namespace {
+
+constexpr int kChannelColumns = 20;
+
+void Convert_Current(Integer device, Integer ch) {
+    const std::string& function = ChannelPlan(device, ch);
+    if (function != "ACI" && function != "DCI") return;
+    const double current =
+        Divide(CDbl(ScanRow(device, ch)), ShuntOhm(device, ch)) + ShuntOffset(device, ch);
+    ScanRow(device, ch) = Str(current);
+}
+
+void Append_Row(Integer device) {
+    Recordset& rows = RecordRs(device);
+    rows.AddNew();
+    rows.Set("num", RecordBase(device) + ScanCount(device));
+    rows.Set("Time", ScanTime);
+    for (const Integer ch : Each(kChannelColumns)) rows.Set("CH" + Str(ch + 1), ScanRow(device, ch));
+    rows.Update();
+}
+
+}  // namespace
+
+void WriteRecord(Integer device) {
+    ScanCount(device) += 1;
+    MSFlexGrid& table = The<Form1>().MSFlexGrid1(device);
+    for (const Integer ch : Each(ChannelCount(device))) {
+        table.SetCol(ch % 10);
+        table.SetRow(ch < 10 ? 1 : 3);
+        Convert_Current(device, ch);
+        table.SetText(ScanRow(device, ch));
+    }
+    if (RecordName(device) != "0") Append_Row(device);
+    DoEvents();
+}
+
+}  // namespace vantrel
