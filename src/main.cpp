@@ -1,1 +1,6 @@
-int main() { return 0; }
+#include "platform/toolkit.h"
+#include "windows/Form1.h"
+
+int main() {
+    return vantrel::RunProgram([] { vantrel::The<vantrel::Form1>().Show(); });
+}

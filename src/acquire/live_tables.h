@@ -5,7 +5,8 @@
 
 namespace vantrel {
 
-/// Lays out the live table of device `dev` and counts its active channels. With a bad link it runs Stop and leaves the table blank.
+/// Lays out the live table of device `dev` and counts its active channels. With a bad link it runs Stop and leaves the
+/// table blank.
 void Make_Live_Table(Integer dev);
 
 /// Make_Live_Table for every device.

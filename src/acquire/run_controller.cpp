@@ -1,5 +1,5 @@
-// Start and Stop. A run is one long execution of the Start handler, which yields to the event loop at fixed points; Stop only raises
-// the flag that the run reads in its waits and at the end of a pass.
+// Start and Stop. A run is one long execution of the Start handler, which yields to the event loop at fixed points;
+// Stop only raises the flag that the run reads in its waits and at the end of a pass.
 
 #include "acquire/live_tables.h"
 #include "acquire/scan_poll.h"
@@ -19,7 +19,9 @@ namespace {
 constexpr int kStartWait = 1000;    // ms
 constexpr int kIntervalWait = 200;  // ms
 
-double ScanNumber() { return Val(The<Form4>().N_SCAN.Text()); }
+double ScanNumber() {
+    return Val(The<Form4>().N_SCAN.Text());
+}
 
 /// The interval between passes, as a fraction of a day.
 double Interval() {

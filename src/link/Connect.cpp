@@ -52,7 +52,9 @@ void Connect::Form_Load() {
     Command1_Click();
 }
 
-void Connect::Form_CloseBox() { Command2_Click(); }
+void Connect::Form_CloseBox() {
+    Command2_Click();
+}
 
 void Connect::Command1_Click() {
     const BusyCursor busy;

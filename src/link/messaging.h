@@ -7,11 +7,13 @@
 
 namespace vantrel {
 
-/// Sends `command`, to which it appends one line feed, to device `dev`. A command that holds a "?" is a query: 50 ms later its
-/// reply is in ReplyBuffer and the status in VisaStatus. A reply that fails runs Stop and shows "Device is disconnected !"; the
-/// caller goes on with a blank ReplyBuffer. A failed write shows at the next query only.
+/// Sends `command`, to which it appends one line feed, to device `dev`. A command that holds a "?" is a query: 50 ms
+/// later its reply is in ReplyBuffer and the status in VisaStatus. A reply that fails runs Stop and shows "Device is
+/// disconnected !"; the caller goes on with a blank ReplyBuffer. A failed write shows at the next query only.
 void SendScpi(std::string& command, Integer dev);
-inline void SendScpi(std::string&& command, Integer dev) { SendScpi(command, dev); }
+inline void SendScpi(std::string&& command, Integer dev) {
+    SendScpi(command, dev);
+}
 
 /// Reads on in a reply that was longer than ReplyBuffer, with the same handling of a failure.
 void ReadScpi(Integer dev);

@@ -13,8 +13,8 @@ void Offer_Records(ComboBox& combo);
 /// What a record combo shows for device `index`: its record, or the prompt where it has none.
 std::string Record_Prompt(Integer index);
 
-/// Takes `text` as the record of device `index`. A text without "Record" means none. A record that another of the first `devices` devices
-/// has is refused with a message, and the device has none.
+/// Takes `text` as the record of device `index`. A text without "Record" means none. A record that another of the first
+/// `devices` devices has is refused with a message, and the device has none.
 void Assign_Record(Integer index, const std::string& text, int devices);
 
 }  // namespace vantrel

@@ -43,6 +43,8 @@ void OpenRecord(Integer device) {
     }
 }
 
-void CloseRecord(Integer device) { RecordDb(device).Close(); }
+void CloseRecord(Integer device) {
+    RecordDb(device).Close();
+}
 
 }  // namespace vantrel

@@ -9,14 +9,16 @@ namespace vantrel {
 
 // Each takes a device 0 to 3. What the engine or the numbering refuses is a run-time error.
 
-/// Makes the record's file with its empty table if it is not there, and sets RecordPath. A device without a record: nothing.
+/// Makes the record's file with its empty table if it is not there, and sets RecordPath. A device without a record:
+/// nothing.
 void CreateRecord(Integer device);
 /// Opens the record of device `device` for appending, renumbers its rows, and sets RecordBase to their number.
 void OpenRecord(Integer device);
 void CloseRecord(Integer device);
 
-/// Numbers the rows of a record 1, 2, 3 ... in stored order and removes those without a number. `Counter` counts the rows: an Integer
-/// raises error 6 past 32767 rows. A number text that is no number raises error 13. One commit for the whole walk.
+/// Numbers the rows of a record 1, 2, 3 ... in stored order and removes those without a number. `Counter` counts the
+/// rows: an Integer raises error 6 past 32767 rows. A number text that is no number raises error 13. One commit for the
+/// whole walk.
 template <class Counter>
 void Renumber(const Database& database, Recordset& rows) {
     Database::Transaction walk(database);

@@ -12,8 +12,7 @@ constexpr int kChannelColumns = 20;
 void Convert_Current(Integer device, Integer ch) {
     const std::string& function = ChannelPlan(device, ch);
     if (function != "ACI" && function != "DCI") return;
-    const double current =
-        Divide(CDbl(ScanRow(device, ch)), ShuntOhm(device, ch)) + ShuntOffset(device, ch);
+    const double current = Divide(CDbl(ScanRow(device, ch)), ShuntOhm(device, ch)) + ShuntOffset(device, ch);
     ScanRow(device, ch) = Str(current);
 }
 

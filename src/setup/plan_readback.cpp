@@ -10,10 +10,14 @@ namespace vantrel {
 namespace {
 
 /// Full cleaning: no line feed anywhere, no blanks around.
-void CleanReply() { ReplyBuffer = Trim(WithoutLineFeeds(ReplyBuffer)); }
+void CleanReply() {
+    ReplyBuffer = Trim(WithoutLineFeeds(ReplyBuffer));
+}
 
 /// The reply with the blanks around it gone and its line feed in place.
-std::string ReplyWithoutBlanks() { return Trim(ReplyBuffer); }
+std::string ReplyWithoutBlanks() {
+    return Trim(ReplyBuffer);
+}
 
 /// Asks for the function of channel index `i`: the cleaned reply.
 std::string QueryFunction(Integer dev, Integer i) {
@@ -34,7 +38,9 @@ bool IsFourWireTransducer(Integer dev, Integer i) {
 
 }  // namespace
 
-bool IsCurrentChannel(const std::string& name) { return Contains(name, "ACI") || Contains(name, "DCI"); }
+bool IsCurrentChannel(const std::string& name) {
+    return Contains(name, "ACI") || Contains(name, "DCI");
+}
 
 void RefreshChannelFunctions(Integer dev) {
     const int half = ChannelCount(dev) / 2;

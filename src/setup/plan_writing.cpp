@@ -51,8 +51,8 @@ void WriteDevicePlans() {
     for (const Integer dev : Each(DeviceCount)) {
         const Integer slot = SlotOf(dev);
         ScanModeWord(slot) = dialog.Mode_Set(slot) == "SCAN" ? "SCAN" : "SCAN:STEP";
-        // A timer that is no number ends SET here, before this device's timer and functions go out: what was sent to the
-        // devices before it stays sent, and the user is told which device's timer to mend.
+        // A timer that is no number ends SET here, before this device's timer and functions go out: what was sent to
+        // the devices before it stays sent, and the user is told which device's timer to mend.
         if (!IsNumeric(dialog.Timer_Text(dev))) {
             dialog.Plan_Busy = false;
             MsgBox("The scan timer of " + The<Form1>().Combo1.List(dev) + " is not a number of seconds: \"" +

@@ -3,8 +3,8 @@
 
 namespace vantrel {
 
-/// SET of the scanner card dialog: takes its working arrays as the plan, sends scan timer and functions to every instrument, reads each
-/// back at once, and says that it is done.
+/// SET of the scanner card dialog: takes its working arrays as the plan, sends scan timer and functions to every
+/// instrument, reads each back at once, and says that it is done.
 void WriteDevicePlans();
 
 }  // namespace vantrel

@@ -1,4 +1,5 @@
-// The shared tables of the program: one block that every dialog and the run read and write directly. One thread, no locks.
+// The shared tables of the program: one block that every dialog and the run read and write directly. One thread, no
+// locks.
 //
 // A device `dev` (0 to 3) is the position of an instrument among those ticked in the Connect dialog, `ch` (0 to 19) the
 // index of a channel; on the wire and on the screen a channel is its index plus 1. Five devices and 21 channels are
@@ -79,14 +80,14 @@ extern Table<double, 5> RecordBase;       ///< rows that the record held when th
 
 // -------------------------------------------------------------------------------------------------------------- trend
 
-extern double XStep;                  ///< twips between two neighbouring points
-extern double YStep;                  ///< twips per unit of value of the channel being drawn; else twips per grid row
-extern double XZoom, YZoom;           ///< divisors of the steps; 1
-extern Integer BaseRow;               ///< grid row of the zero line, from the top
-extern Table<double, 5> TrendX;       ///< pen of the device's trace, twips
-extern Table<double, 5> TrendY;       ///< pen of the device's trace, twips
-extern Table<double, 5> TrendBase;    ///< zero line of the device, twips
-extern Table<double, 5> TrendDelta;   ///< step of the segment being drawn, twips upward
+extern double XStep;                 ///< twips between two neighbouring points
+extern double YStep;                 ///< twips per unit of value of the channel being drawn; else twips per grid row
+extern double XZoom, YZoom;          ///< divisors of the steps; 1
+extern Integer BaseRow;              ///< grid row of the zero line, from the top
+extern Table<double, 5> TrendX;      ///< pen of the device's trace, twips
+extern Table<double, 5> TrendY;      ///< pen of the device's trace, twips
+extern Table<double, 5> TrendBase;   ///< zero line of the device, twips
+extern Table<double, 5> TrendDelta;  ///< step of the segment being drawn, twips upward
 
 /// Raw values of a channel, newest in slot 0. 171 slots, of which 0 to 162 are used.
 extern ChannelTable<Table<double, 171>> TrendHistory;

@@ -48,7 +48,7 @@ constexpr std::array<Pair, 9> kWordToName = {{
 }};
 
 constexpr std::array<const char*, kRtdTypeNames> kRtdTypes = {"PT100",  "D100", "F100",  "PT385",
-                                                             "PT3916", "USER", "SPRTD", "NTCT"};
+                                                              "PT3916", "USER", "SPRTD", "NTCT"};
 constexpr std::array<const char*, kTcoupleTypeNames> kTcoupleTypes = {"E", "J", "K", "N", "R", "S", "T"};
 
 }  // namespace

@@ -7,9 +7,9 @@
 
 namespace vantrel {
 
-inline constexpr int kFunctionNames = 12;      ///< names in use
-inline constexpr int kRtdTypeNames = 8;        ///< names in use
-inline constexpr int kTcoupleTypeNames = 7;    ///< names in use
+inline constexpr int kFunctionNames = 12;    ///< names in use
+inline constexpr int kRtdTypeNames = 8;      ///< names in use
+inline constexpr int kTcoupleTypeNames = 7;  ///< names in use
 
 extern Table<std::string, 13> FunctionNames;    ///< in the order in which the channel combos offer them
 extern Table<std::string, 9> RtdTypeNames;      ///< in offer order

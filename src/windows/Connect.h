@@ -1,6 +1,7 @@
 // The dialog that finds the instruments and takes up to four of them as devices.
 #pragma once
 
+#include "platform/tables.h"
 #include "platform/toolkit.h"
 
 namespace vantrel {

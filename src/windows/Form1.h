@@ -63,13 +63,13 @@ struct Form1 : Window {
     void About_Click();
     void exit_item_Click();
 
-    void Command1_Click();  ///< zero line up
-    void Command2_Click();  ///< zero line down
-    void Command3_Click();  ///< Start: one long execution, the whole run
-    void Command4_Click();  ///< Stop
-    void Command5_Click();  ///< Printer
-    void Command6_Click();  ///< See Value
-    void Command8_Click();  ///< draw settings of all channels
+    void Command1_Click();   ///< zero line up
+    void Command2_Click();   ///< zero line down
+    void Command3_Click();   ///< Start: one long execution, the whole run
+    void Command4_Click();   ///< Stop
+    void Command5_Click();   ///< Printer
+    void Command6_Click();   ///< See Value
+    void Command8_Click();   ///< draw settings of all channels
     void Command10_Click();  ///< record assignment
     void Combo1_Click();
 };

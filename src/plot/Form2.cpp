@@ -1,0 +1,99 @@
+#include "windows/Form2.h"
+
+#include "state/shared.h"
+#include "windows/Form1.h"
+
+#include <array>
+
+namespace vantrel {
+
+namespace {
+
+constexpr std::array kHeader = {"channel", "color", "Division", "Offset"};
+constexpr int kColor = 1;
+constexpr int kDivision = 2;
+constexpr int kOffset = 3;
+constexpr Colour kRed = 255;
+
+void Lay_Out(MSFlexGrid& grid, Integer dev) {
+    grid.SetRows(ChannelCount(dev) + 1);
+    grid.SetCols(4);
+    for (int col = 1; col <= 3; ++col)
+        grid.SetColWidth(col, static_cast<float>(RoundHalfEven((grid.Width() - grid.ColWidth(0)) / 3)));
+    grid.SetColWidth(0, grid.ColWidth(0) - 100);
+    for (const Integer ch : Each(ChannelCount(dev))) {
+        const int row = ch + 1;
+        grid.SetTextMatrix(row, 0, "CH " + Str(ch + 1));
+        grid.SetRow(row);
+        grid.SetCol(kColor);
+        grid.SetCellBackColor(ChannelColor(dev, ch));
+        grid.SetTextMatrix(row, kDivision, ChannelDivision(dev, ch));
+        grid.SetTextMatrix(row, kOffset, ChannelOffset(dev, ch));
+    }
+    for (const Integer col : Each(4)) grid.SetTextMatrix(0, col, kHeader.at(static_cast<std::size_t>(col)));
+}
+
+}  // namespace
+
+Form2::Form2() : Window("Form2", "", {7935, 6780}) {
+    for (const Integer tab : Each(4)) {
+        Text1(tab).SetVisible(false);
+        MSFlexGrid1(tab).OnClick = [this, tab] { MSFlexGrid1_Click(tab); };
+        Text1(tab).OnChange = Text1(tab).OnClick = [this, tab] { Text1_Change(tab); };
+    }
+    Command1.OnClick = [this] { Command1_Click(); };
+}
+
+void Form2::Form_Load() {
+    ComboBox& devices = The<Form1>().Combo1;
+    for (const Integer i : Each(devices.ListCount())) {
+        SSTab1.SetTabVisible(i, true);
+        SSTab1.SetTab(i);
+        SSTab1.SetTabCaption(i, devices.List(i));
+        Lay_Out(MSFlexGrid1(i), i);
+        for (const Integer k : Each(4)) Text1(k).SetVisible(false);
+    }
+    SSTab1.SetTab(0);
+    if (devices.ListCount() < 4) {
+        for (int i = DeviceCount; i < 4; ++i) SSTab1.SetTabVisible(i, false);
+    }
+}
+
+void Form2::MSFlexGrid1_Click(Integer tab) {
+    MSFlexGrid& grid = MSFlexGrid1(tab);
+    TextBox& editor = Text1(tab);
+    const bool on_heading = grid.MouseRow() < grid.FixedRows() || grid.MouseCol() < grid.FixedCols();
+    if (!on_heading && grid.Col() > kColor && grid.Row() >= 1) {
+        Edit_Col = grid.Col();
+        Edit_Row = grid.Row();
+        editor.SetWidth(grid.ColWidth(1));
+        editor.SetHeight(grid.RowHeight(1));
+        editor.SetText(grid.Text());
+        editor.SetVisible(true);
+        editor.SetLeft(grid.Left() + static_cast<float>(grid.Col() - 1) * grid.ColWidth(1) + grid.ColWidth(0));
+        editor.SetTop(grid.Top() + static_cast<float>(grid.Row()) * grid.RowHeight(1));
+        editor.SetFocus();
+        DoEvents();
+    } else if (!on_heading && grid.Col() == kColor) {
+        grid.SetCellBackColor(ShowColor(kRed));
+        ChannelColor(tab, grid.Row() - 1) = grid.CellBackColor();
+    } else {
+        editor.SetVisible(false);
+    }
+}
+
+void Form2::Text1_Change(Integer tab) {
+    MSFlexGrid& grid = MSFlexGrid1(tab);
+    grid.SetCol(Edit_Col);
+    grid.SetRow(Edit_Row);
+    grid.SetText(Text1(tab).Text());
+    const int ch = grid.Row() - 1;
+    if (grid.Col() == kDivision) ChannelDivision(tab, ch) = grid.Text();
+    if (grid.Col() == kOffset) ChannelOffset(tab, ch) = grid.Text();
+}
+
+void Form2::Command1_Click() {
+    Unload<Form2>();
+}
+
+}  // namespace vantrel

@@ -1,0 +1,96 @@
+#include "windows/Form3.h"
+
+#include "records/record_assignment.h"
+#include "state/shared.h"
+#include "windows/Form1.h"
+
+namespace vantrel {
+
+Form3::Form3() : Window("Form3", "Set Draw", {4785, 3360}) {
+    Combo_dev.OnChange = Combo_dev.OnClick = [this] { Combo_dev_Change(); };
+    Combo_chan.OnClick = [this] { Combo_chan_Click(); };
+    division_text.OnChange = [this] { division_text_Change(); };
+    offset_text.OnChange = [this] { offset_text_Change(); };
+    Command1.OnClick = [this] { Command1_Click(); };
+    Command3.OnClick = [this] { Command3_Click(); };
+    Combo_db.OnClick = [this] { Combo_db_Click(); };
+}
+
+void Form3::Form_Load() {
+    Combo_dev.Clear();
+    ComboBox& devices = The<Form1>().Combo1;
+    for (const Integer i : Each(devices.ListCount())) Combo_dev.AddItem(devices.List(i));
+    if (Combo_dev.ListCount() > 0) {
+        Combo_dev.SetListIndex(0);
+        Combo_dev_Change();
+    }
+}
+
+void Form3::Form_Unload() {
+    Command1_Click();
+}
+
+void Form3::Combo_dev_Change() {
+    Dev_Index = Combo_dev.ListIndex();
+    if (Dev_Index == -1) return;
+    Fill_Record_List();
+    Fill_Channel_List();
+    Combo_db.SetText(Record_Prompt(Dev_Index));
+    Combo_chan_Click();
+}
+
+void Form3::Fill_Channel_List() {
+    Combo_chan.Clear();
+    for (const Integer i : Each(ChannelCount(Dev_Index))) Combo_chan.AddItem("Ch " + Str(i + 1));
+    Combo_chan.SetListIndex(0);
+}
+
+void Form3::Fill_Record_List() {
+    Combo_db.Clear();
+    Offer_Records(Combo_db);
+}
+
+void Form3::Combo_chan_Click() {
+    const int ch = Combo_chan.ListIndex();
+    color_text.SetBackColor(ChannelColor(Dev_Index, ch));
+    division_text.SetText(ChannelDivision(Dev_Index, ch));
+    offset_text.SetText(ChannelOffset(Dev_Index, ch));
+}
+
+void Form3::division_text_Change() {
+    ChannelDivision(Dev_Index, Combo_chan.ListIndex()) = division_text.Text();
+}
+
+void Form3::offset_text_Change() {
+    ChannelOffset(Dev_Index, Combo_chan.ListIndex()) = offset_text.Text();
+}
+
+void Form3::Command3_Click() {
+    const Colour chosen = ShowColor(color_text.BackColor());
+    color_text.SetBackColor(chosen);
+    ChannelColor(Dev_Index, Combo_chan.ListIndex()) = chosen;
+    Combo_chan_Click();
+}
+
+void Form3::Combo_db_Click() {
+    Assign_Record(Dev_Index, Combo_db.Text(), DeviceCount);
+}
+
+void Form3::Command1_Click() {
+    for (const Integer dev : Each(DeviceCount)) {
+        for (const Integer ch : Each(ChannelCount(dev))) {
+            const double division = Val(ChannelDivision(dev, ch));
+            if (division <= 0) {
+                ChannelDivision(dev, ch) = "1";
+                MsgBox(Combo_dev.List(dev) + " ,  " + Combo_chan.List(ch) +
+                       "\n\nDivision : " + ChannelDivision(dev, ch));
+            } else {
+                ChannelDivision(dev, ch) = Str(division);
+            }
+            ChannelOffset(dev, ch) = Str(Val(ChannelOffset(dev, ch)));
+        }
+    }
+    Unload<Form3>();
+}
+
+}  // namespace vantrel

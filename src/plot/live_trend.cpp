@@ -1,0 +1,97 @@
+#include "plot/live_trend.h"
+
+#include "plot/trend_scale.h"
+#include "state/shared.h"
+#include "windows/Form1.h"
+
+#include <algorithm>
+
+namespace vantrel {
+
+namespace {
+
+constexpr int kGridRows = 15;
+constexpr int kPointsDrawn = 162;
+constexpr double kLongestStep = 9.9E+8;  // twips
+
+/// A channel whose division or offset cannot be used is left out of the picture; its readings go on into the history,
+/// the other traces are drawn, and the note beside the plot says which channel it is. A run that goes on overnight must
+/// not end over a setting of its picture, and no message box may hold it.
+class Unusable_Settings {
+public:
+    void Add(Integer dev, Integer ch) {
+        const std::string what = "CH " + Str(ch + 1) + " of " + The<Form1>().Combo1.List(dev) + ": division \"" +
+                                 ChannelDivision(dev, ch) + "\", offset \"" + ChannelOffset(dev, ch) + "\"";
+        if (lines_.empty()) first_ = "Not drawn: CH " + Str(ch + 1) + ", division or offset";
+        lines_ += (lines_.empty() ? "" : "\n") + what;
+    }
+    void Show() const {
+        Label& note = The<Form1>().trend_note;
+        note.SetCaption(first_);
+        note.SetToolTipText(lines_.empty() ? ""
+                                           : "Division has to be a number other than 0, offset a number.\n" + lines_);
+    }
+
+private:
+    std::string first_;
+    std::string lines_;
+};
+
+/// Twips per unit of value of the channel, into YStep. False: the division is no number, or 0.
+bool Scale_Channel(Integer dev, Integer ch) {
+    const std::string& division = ChannelDivision(dev, ch);
+    if (!IsNumeric(division) || CDbl(division) == 0) return false;
+    YStep = static_cast<double>(The<Form1>().draw_pic.Height()) / kGridRows;
+    YStep = YStep / YZoom;
+    YStep = YStep / CDbl(division);
+    return true;
+}
+
+/// Moves the history of the channel on by one and puts its latest reading in front.
+void Shift_History(Integer dev, Integer ch) {
+    Table<double, 171>& history = TrendHistory(dev, ch);
+    const double scans = ScanCount(dev);
+    for (int i = static_cast<int>(std::min<double>(scans, kPointsDrawn)); i >= 1; --i) history(i) = history(i - 1);
+    history(0) = Val(ScanRow(dev, ch));
+}
+
+void Draw_Trace(Integer dev, Integer ch, double offset) {
+    PictureBox& surface = The<Form1>().draw_pic;
+    const int points = static_cast<int>(std::min<double>(ScanCount(dev), kPointsDrawn));
+    for (int i = 0; i < points; ++i) {
+        double& delta = TrendDelta(dev);
+        delta = (TrendHistory(dev, ch)(i) - offset) * YStep;
+        delta = delta - (TrendBase(dev) - TrendY(dev));
+        // An overload, which would leave the plot upward, drops off its lower edge.
+        const double dy = delta > kLongestStep ? kLongestStep : delta < -kLongestStep ? -kLongestStep : -delta;
+        Trend_Step(surface, TrendX(dev), TrendY(dev), XStep, dy, ChannelColor(dev, ch));
+        TrendX(dev) = surface.CurrentX();
+        TrendY(dev) = surface.CurrentY();
+    }
+}
+
+void Draw_Channel(Integer dev, Integer ch, Unusable_Settings& unusable) {
+    The<Form1>().draw_pic.SetCurrent(CSng(TrendX(dev)), CSng(TrendY(dev)));
+    Reset_Trend(dev);
+    const std::string& offset = ChannelOffset(dev, ch);
+    const bool drawable = Scale_Channel(dev, ch) && IsNumeric(offset);
+    if (!drawable) unusable.Add(dev, ch);
+    TrendX(dev) = -XStep;
+    TrendY(dev) = TrendBase(dev);
+    if (Contains(ChannelPlan(dev, ch), "NONE")) return;
+    Shift_History(dev, ch);
+    if (drawable) Draw_Trace(dev, ch, CDbl(offset));
+    DoEvents();
+}
+
+}  // namespace
+
+void Draw_Trend() {
+    The<Form1>().draw_pic.Cls();
+    Unusable_Settings unusable;
+    for (const Integer dev : Each(DeviceCount))
+        for (const Integer ch : Each(ChannelCount(dev))) Draw_Channel(dev, ch, unusable);
+    unusable.Show();
+}
+
+}  // namespace vantrel

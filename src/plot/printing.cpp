@@ -1,0 +1,18 @@
+// The Printer button of the main window.
+
+#include "platform/printer.h"
+#include "windows/Form1.h"
+
+namespace vantrel {
+
+namespace {
+constexpr int kLandscape = 2;
+}
+
+void Form1::Command5_Click() {
+    ThePrinter().SetOrientation(kLandscape);
+    ThePrinter().PaintPicture(draw_pic.Image(), 0, 0);
+    ThePrinter().EndDoc();
+}
+
+}  // namespace vantrel

@@ -1,0 +1,38 @@
+#include "plot/trend_scale.h"
+
+#include "state/shared.h"
+#include "windows/Form1.h"
+
+namespace vantrel {
+
+namespace {
+
+constexpr int kPoints = 160;
+constexpr int kGridRows = 15;
+
+}  // namespace
+
+void Reset_Trend(Integer dev) {
+    Form1& main = The<Form1>();
+    XStep = static_cast<double>(main.draw_pic.Width()) / kPoints;
+    YStep = static_cast<double>(main.draw_pic.Height()) / kGridRows;
+    TrendX(dev) = 0;
+    // Before the zoom: the zero line follows the grid.
+    TrendY(dev) = BaseRow * YStep;
+    TrendBase(dev) = TrendY(dev);
+    XStep = XStep / XZoom;
+    YStep = YStep / YZoom;
+    main.pic_end.SetCaption(" " + Str(XZoom * kPoints));
+}
+
+void Trend_Step(PictureBox& surface, double x, double y, double dx, double dy, Colour colour) {
+    surface.Line(CSng(x), CSng(y), CSng(dx), CSng(dy), colour);
+}
+
+void Place_Marker() {
+    Form1& main = The<Form1>();
+    // A 14th, where the grid has 15 rows: the marker shows the zero line to within a fraction of a row.
+    main.row_stat.SetTop(main.draw_pic.Height() / 14 * 7 + main.draw_pic.Top() + main.row_stat.Height() / 2);
+}
+
+}  // namespace vantrel

@@ -1,0 +1,18 @@
+// The scale of the trend plot, and the one line-drawing operation.
+#pragma once
+
+#include "platform/toolkit.h"
+
+namespace vantrel {
+
+/// Works out the scale and takes the pen of device `dev` (0 to 4) back to the start of its trace, on the zero line.
+void Reset_Trend(Integer dev);
+
+/// Draws a line on `surface` from (x, y) to (x + dx, y + dy) in `colour` and leaves the pen at its end. Twips, taken
+/// over as 32-bit floats (beyond their range: error 6): whoever reads the pen back goes on in that precision.
+void Trend_Step(PictureBox& surface, double x, double y, double dx, double dy, Colour colour);
+
+/// Puts the marker of the zero line beside the grid row where it starts.
+void Place_Marker();
+
+}  // namespace vantrel
