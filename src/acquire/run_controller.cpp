@@ -63,8 +63,7 @@ bool Open_Records() {
 }
 
 void Wait_For_Start_Time() {
-    Form4& schedule = The<Form4>();
-    if (schedule.at_time.Value() != 1) return;
+    if (The<Form4>().at_time.Value() != 1) return;
     while (!(StopRequested == -1 || Now() > The<Form4>().StartTime.Value())) {
         Sleep(kStartWait);
         DoEvents();
@@ -154,31 +153,26 @@ void Form1::Command4_Click() {
 }
 
 void Form1::Disable_All() {
-    Disable_Keep_View();
-    Command6.SetEnabled(false);
-    Command10.SetEnabled(false);
+    Switch_Controls(false, false);
 }
 
 void Form1::Disable_Keep_View() {
-    set_draw.SetEnabled(false);
-    set_read.SetEnabled(false);
-    set_sc.SetEnabled(false);
-    Command3.SetEnabled(false);
-    Command4.SetEnabled(false);
-    Command6.SetEnabled(true);
-    Command8.SetEnabled(false);
-    Command10.SetEnabled(true);
+    Switch_Controls(false, true);
 }
 
 void Form1::Enable_All() {
-    set_draw.SetEnabled(true);
-    set_read.SetEnabled(true);
-    set_sc.SetEnabled(true);
-    Command3.SetEnabled(true);
-    Command4.SetEnabled(true);
-    Command6.SetEnabled(true);
-    Command8.SetEnabled(true);
-    Command10.SetEnabled(true);
+    Switch_Controls(true, true);
+}
+
+void Form1::Switch_Controls(bool run, bool view) {
+    set_draw.SetEnabled(run);
+    set_read.SetEnabled(run);
+    set_sc.SetEnabled(run);
+    Command3.SetEnabled(run);
+    Command4.SetEnabled(run);
+    Command6.SetEnabled(view);
+    Command8.SetEnabled(run);
+    Command10.SetEnabled(view);
 }
 
 }  // namespace vantrel

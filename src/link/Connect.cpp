@@ -135,34 +135,35 @@ void Connect::Place_Check_Boxes() {
 }
 
 void Connect::Command2_Click() {
-    Form1& main = The<Form1>();
-    ComboBox& form3_devices = The<Form3>().Combo_dev;
-    ComboBox& set_dev_devices = The<Set_Dev>().Combo1_dev;
-    main.Combo1.Clear();
-    form3_devices.Clear();
-    set_dev_devices.Clear();
+    // The order counts: the two dialogs load here, and find an empty device list.
+    The<Form1>().Combo1.Clear();
+    The<Form3>().Combo_dev.Clear();
+    The<Set_Dev>().Combo1_dev.Clear();
     Integer k = 0;
     for (int i = 0; i < static_cast<int>(FindCount); ++i) {
         if (Check1(i).Value() != 1) continue;
-        main.Combo1.AddItem(DeviceSerial(i));
-        form3_devices.AddItem(DeviceSerial(i));
-        set_dev_devices.AddItem(DeviceSerial(i));
+        The<Form1>().Combo1.AddItem(DeviceSerial(i));
+        The<Form3>().Combo_dev.AddItem(DeviceSerial(i));
+        The<Set_Dev>().Combo1_dev.AddItem(DeviceSerial(i));
         SlotOf(k) = i;
         ++k;
     }
     DeviceCount = k;
-    if (k == 0) {
-        for (const Integer i : Each(4)) {
-            main.SSTab1.SetTabVisible(i, true);
-            main.SSTab1.SetTab(i);
-            main.SSTab1.SetTabCaption(i, "Deviec " + Str(i));
-            main.MSFlexGrid1(i).Clear();
-            main.MSFlexGrid1(i).SetRows(4);
-            main.MSFlexGrid1(i).SetCols(10);
-        }
-        main.SSTab1.SetTab(0);
-    }
+    if (k == 0) Reset_Tabs();
     Hide();
+}
+
+void Connect::Reset_Tabs() {
+    Form1& main = The<Form1>();
+    for (const Integer i : Each(4)) {
+        main.SSTab1.SetTabVisible(i, true);
+        main.SSTab1.SetTab(i);
+        main.SSTab1.SetTabCaption(i, "Deviec " + Str(i));
+        main.MSFlexGrid1(i).Clear();
+        main.MSFlexGrid1(i).SetRows(4);
+        main.MSFlexGrid1(i).SetCols(10);
+    }
+    main.SSTab1.SetTab(0);
 }
 
 }  // namespace vantrel

@@ -32,6 +32,16 @@ std::string QuerySensor(const std::string& query, Integer dev, Integer i) {
     return ReplyWithoutBlanks();
 }
 
+/// The name of a channel whose voltage stands for a current.
+bool IsCurrentChannel(const std::string& name) {
+    return Contains(name, "ACI") || Contains(name, "DCI");
+}
+
+/// The plan's cell of channel index `i`. Looked up at each use: a query that fails lets the user connect anew.
+std::string& Cell(Integer dev, int i) {
+    return ChannelPlan(SlotOf(dev), i);
+}
+
 bool IsFourWireTransducer(Integer dev, Integer i) {
     return Contains(QuerySensor("TEMPerature:TRANsducer?", dev, i), "FRTD");
 }
@@ -45,13 +55,12 @@ bool IsCurrentChannel(const std::string& name) {
 void RefreshChannelFunctions(Integer dev) {
     const int half = ChannelCount(dev) / 2;
     for (const Integer i : Each(ChannelCount(dev))) {
-        std::string& cell = ChannelPlan(SlotOf(dev), i);
-        if (IsCurrentChannel(cell)) continue;
+        if (IsCurrentChannel(Cell(dev, i))) continue;
         const std::string reply = QueryFunction(dev, i);
         MapFunctionName(reply);
-        cell = MapResult;
-        if (Contains(reply, "TEMP") && IsFourWireTransducer(dev, i)) cell = "4W,TEMP";
-        if (i + 1 > half && Contains(ChannelPlan(SlotOf(dev), i - half), "4W")) cell = "NONE";
+        Cell(dev, i) = MapResult;
+        if (Contains(reply, "TEMP") && IsFourWireTransducer(dev, i)) Cell(dev, i) = "4W,TEMP";
+        if (i + 1 > half && Contains(Cell(dev, i - half), "4W")) Cell(dev, i) = "NONE";
     }
 }
 
@@ -65,27 +74,26 @@ void ReadDevicePlan(Integer dev) {
     dialog.Timer_Text(dev) = Trim(ReplyBuffer);
 
     for (const Integer i : Each(ChannelCount(dev))) {
-        std::string& cell = ChannelPlan(SlotOf(dev), i);
         const std::string reply = QueryFunction(dev, i);
         MapFunctionName(reply);
-        if (IsCurrentChannel(cell)) {
+        if (IsCurrentChannel(Cell(dev, i))) {
             // The instrument tells a voltage; only its kind can have changed.
-            if (Left(MapResult, 2) != Left(cell, 2)) cell = Left(MapResult, 2) + "I";
+            if (Left(MapResult, 2) != Left(Cell(dev, i), 2)) Cell(dev, i) = Left(MapResult, 2) + "I";
         } else {
-            cell = MapResult;
+            Cell(dev, i) = MapResult;
             if (Contains(reply, "TEMP")) {
                 dialog.Temp_Set(i) = QuerySensor("TEMPerature:RTD:TYPE?", dev, i);
-                if (IsFourWireTransducer(dev, i)) cell = "4W,TEMP";
+                if (IsFourWireTransducer(dev, i)) Cell(dev, i) = "4W,TEMP";
             } else if (Contains(reply, "TCO")) {
                 dialog.Temp_Set(i) = QuerySensor("TCOuple:TYPE?", dev, i);
             }
             if (i + 1 > half) {
-                if (Contains(MapResult, "4W")) cell = "NONE";
+                if (Contains(MapResult, "4W")) Cell(dev, i) = "NONE";
                 // The master is looked up by device and not by row: the two agree while rows are ticked from the top.
-                if (Contains(ChannelPlan(dev, i - half), "4W")) cell = "NONE";
+                if (Contains(ChannelPlan(dev, i - half), "4W")) Cell(dev, i) = "NONE";
             }
         }
-        dialog.Fun_Set(SlotOf(dev), i) = cell;
+        dialog.Fun_Set(SlotOf(dev), i) = Cell(dev, i);
     }
 }
 

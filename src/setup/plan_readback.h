@@ -3,8 +3,6 @@
 
 #include "platform/numbers.h"
 
-#include <string>
-
 namespace vantrel {
 
 // Both ask channel by channel and fold the replies into ChannelPlan, so that the two things that an instrument cannot
@@ -16,8 +14,5 @@ void RefreshChannelFunctions(Integer dev);
 /// Reads functions, scan timer and sensor types of device `dev` into ChannelPlan and ScanTimerText, and into the
 /// working arrays of the scanner card dialog.
 void ReadDevicePlan(Integer dev);
-
-/// A name of a channel whose voltage stands for a current.
-bool IsCurrentChannel(const std::string& name);
 
 }  // namespace vantrel

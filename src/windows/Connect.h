@@ -27,6 +27,8 @@ struct Connect : Window {
 private:
     void Find_Instruments();
     void Place_Check_Boxes();
+    /// Takes the main window's tabs back to how they are without a device.
+    void Reset_Tabs();
 };
 
 }  // namespace vantrel

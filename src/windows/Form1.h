@@ -72,6 +72,10 @@ struct Form1 : Window {
     void Command8_Click();   ///< draw settings of all channels
     void Command10_Click();  ///< record assignment
     void Combo1_Click();
+
+private:
+    /// `run`: what sets up, starts and stops; `view`: See Value and the record assignment.
+    void Switch_Controls(bool run, bool view);
 };
 
 }  // namespace vantrel
