@@ -95,9 +95,7 @@ void Form1::set_sc_Click() {
     Make_Live_Tables();
 }
 
-void Form1::set_read_Click() {
-    The<Form4>().ShowModal();
-}
+void Form1::set_read_Click() { The<Form4>().ShowModal(); }
 
 void Form1::set_draw_Click() {
     // Connect may have left one loaded unshown: the settings are to be read as they stand now.
@@ -111,17 +109,11 @@ void Form1::Command8_Click() {
     Make_Live_Tables();
 }
 
-void Form1::Command6_Click() {
-    The<DATA_Table>().Show();
-}
+void Form1::Command6_Click() { The<DATA_Table>().Show(); }
 
-void Form1::Command10_Click() {
-    The<DB_SET>().Show();
-}
+void Form1::Command10_Click() { The<DB_SET>().Show(); }
 
-void Form1::About_Click() {
-    The<about_form>().Show();
-}
+void Form1::About_Click() { The<about_form>().Show(); }
 
 void Form1::Combo1_Click() {
     Make_Live_Tables();

@@ -7,12 +7,8 @@ about_form::about_form() : Window("about_form", "About Orlane VANTREL", {5775, 2
     Command1.OnClick = [this] { Command1_Click(); };
 }
 
-void about_form::Label4_Click() {
-    OpenWebAddress(Label4.Caption());
-}
+void about_form::Label4_Click() { OpenWebAddress(Label4.Caption()); }
 
-void about_form::Command1_Click() {
-    Unload<about_form>();
-}
+void about_form::Command1_Click() { Unload<about_form>(); }
 
 }  // namespace vantrel

@@ -19,9 +19,7 @@ namespace {
 constexpr int kStartWait = 1000;    // ms
 constexpr int kIntervalWait = 200;  // ms
 
-double ScanNumber() {
-    return Val(The<Form4>().N_SCAN.Text());
-}
+double ScanNumber() { return Val(The<Form4>().N_SCAN.Text()); }
 
 /// The interval between passes, as a fraction of a day.
 double Interval() {
@@ -152,27 +150,21 @@ void Form1::Command4_Click() {
     exit_item.SetEnabled(true);
 }
 
-void Form1::Disable_All() {
-    Switch_Controls(false, false);
-}
+void Form1::Disable_All() { Switch_Controls(false, false); }
 
-void Form1::Disable_Keep_View() {
-    Switch_Controls(false, true);
-}
+void Form1::Disable_Keep_View() { Switch_Controls(false, true); }
 
-void Form1::Enable_All() {
-    Switch_Controls(true, true);
-}
+void Form1::Enable_All() { Switch_Controls(true, true); }
 
-void Form1::Switch_Controls(bool run, bool view) {
-    set_draw.SetEnabled(run);
-    set_read.SetEnabled(run);
-    set_sc.SetEnabled(run);
-    Command3.SetEnabled(run);
-    Command4.SetEnabled(run);
-    Command6.SetEnabled(view);
-    Command8.SetEnabled(run);
-    Command10.SetEnabled(view);
+void Form1::Switch_Controls(bool run_controls, bool viewers) {
+    set_draw.SetEnabled(run_controls);
+    set_read.SetEnabled(run_controls);
+    set_sc.SetEnabled(run_controls);
+    Command3.SetEnabled(run_controls);
+    Command4.SetEnabled(run_controls);
+    Command6.SetEnabled(viewers);
+    Command8.SetEnabled(run_controls);
+    Command10.SetEnabled(viewers);
 }
 
 }  // namespace vantrel

@@ -15,9 +15,7 @@ namespace {
 
 constexpr int kPollWait = 200;  // ms
 
-double ReplyNumber() {
-    return Val(ReplyBuffer);
-}
+double ReplyNumber() { return Val(ReplyBuffer); }
 
 /// Time stamp of row `row` of the pass; an empty text where none was taken.
 std::string FetchTime(Integer dev, Integer row) {

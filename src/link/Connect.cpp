@@ -52,9 +52,7 @@ void Connect::Form_Load() {
     Command1_Click();
 }
 
-void Connect::Form_CloseBox() {
-    Command2_Click();
-}
+void Connect::Form_CloseBox() { Command2_Click(); }
 
 void Connect::Command1_Click() {
     const BusyCursor busy;

@@ -11,9 +11,7 @@ namespace {
 constexpr int kQueryWait = 50;  // ms
 constexpr std::uint32_t kReplyBytes = 1024;
 
-ViSession SessionOf(Integer dev) {
-    return InstrSession(FoundSession(SlotOf(dev)));
-}
+ViSession SessionOf(Integer dev) { return InstrSession(FoundSession(SlotOf(dev))); }
 
 void ReadReply(Integer dev) {
     std::string reply;

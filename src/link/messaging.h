@@ -11,9 +11,7 @@ namespace vantrel {
 /// later its reply is in ReplyBuffer and the status in VisaStatus. A reply that fails runs Stop and shows "Device is
 /// disconnected !"; the caller goes on with a blank ReplyBuffer. A failed write shows at the next query only.
 void SendScpi(std::string& command, Integer dev);
-inline void SendScpi(std::string&& command, Integer dev) {
-    SendScpi(command, dev);
-}
+inline void SendScpi(std::string&& command, Integer dev) { SendScpi(command, dev); }
 
 /// Reads on in a reply that was longer than ReplyBuffer, with the same handling of a failure.
 void ReadScpi(Integer dev);

@@ -10,18 +10,10 @@ namespace vantrel {
 /// A colour as one number, red in the low byte: 255 is pure red.
 using Colour = std::int32_t;
 
-constexpr Colour RGB(int red, int green, int blue) {
-    return red | green << 8 | blue << 16;
-}
-constexpr int RedOf(Colour colour) {
-    return colour & 0xFF;
-}
-constexpr int GreenOf(Colour colour) {
-    return colour >> 8 & 0xFF;
-}
-constexpr int BlueOf(Colour colour) {
-    return colour >> 16 & 0xFF;
-}
+constexpr Colour RGB(int red, int green, int blue) { return red | green << 8 | blue << 16; }
+constexpr int RedOf(Colour colour) { return colour & 0xFF; }
+constexpr int GreenOf(Colour colour) { return colour >> 8 & 0xFF; }
+constexpr int BlueOf(Colour colour) { return colour >> 16 & 0xFF; }
 
 /// A picture, row by row from the top.
 struct Picture {

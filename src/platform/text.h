@@ -8,9 +8,7 @@
 namespace vantrel {
 
 /// True if `text` holds `part` anywhere. Case counts.
-inline bool Contains(std::string_view text, std::string_view part) {
-    return text.find(part) != std::string_view::npos;
-}
+inline bool Contains(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
 
 /// Without leading and trailing blanks (character 32 only: line feeds, tabs and carriage returns stay).
 std::string Trim(std::string_view text);
@@ -22,9 +20,7 @@ std::string WithoutLineFeeds(std::string_view text);
 std::vector<std::string> Split(std::string_view text, char separator);
 
 /// The first `count` characters, or all of a shorter text.
-inline std::string Left(std::string_view text, std::size_t count) {
-    return std::string(text.substr(0, count));
-}
+inline std::string Left(std::string_view text, std::size_t count) { return std::string(text.substr(0, count)); }
 
 /// A text of `N` characters for ever: a shorter one is stored left-aligned with blanks behind it, a longer one is cut.
 template <std::size_t N>

@@ -92,8 +92,6 @@ void Form2::Text1_Change(Integer tab) {
     if (grid.Col() == kOffset) ChannelOffset(tab, ch) = grid.Text();
 }
 
-void Form2::Command1_Click() {
-    Unload<Form2>();
-}
+void Form2::Command1_Click() { Unload<Form2>(); }
 
 }  // namespace vantrel

@@ -26,9 +26,7 @@ void Form3::Form_Load() {
     }
 }
 
-void Form3::Form_Unload() {
-    Command1_Click();
-}
+void Form3::Form_Unload() { Command1_Click(); }
 
 void Form3::Combo_dev_Change() {
     Dev_Index = Combo_dev.ListIndex();
@@ -57,13 +55,9 @@ void Form3::Combo_chan_Click() {
     offset_text.SetText(ChannelOffset(Dev_Index, ch));
 }
 
-void Form3::division_text_Change() {
-    ChannelDivision(Dev_Index, Combo_chan.ListIndex()) = division_text.Text();
-}
+void Form3::division_text_Change() { ChannelDivision(Dev_Index, Combo_chan.ListIndex()) = division_text.Text(); }
 
-void Form3::offset_text_Change() {
-    ChannelOffset(Dev_Index, Combo_chan.ListIndex()) = offset_text.Text();
-}
+void Form3::offset_text_Change() { ChannelOffset(Dev_Index, Combo_chan.ListIndex()) = offset_text.Text(); }
 
 void Form3::Command3_Click() {
     const Colour chosen = ShowColor(color_text.BackColor());
@@ -72,9 +66,7 @@ void Form3::Command3_Click() {
     Combo_chan_Click();
 }
 
-void Form3::Combo_db_Click() {
-    Assign_Record(Dev_Index, Combo_db.Text(), DeviceCount);
-}
+void Form3::Combo_db_Click() { Assign_Record(Dev_Index, Combo_db.Text(), DeviceCount); }
 
 void Form3::Command1_Click() {
     for (const Integer dev : Each(DeviceCount)) {

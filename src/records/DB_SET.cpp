@@ -47,8 +47,6 @@ void DB_SET::Combo1_Change(Integer index) {
     Assign_Record(index, Combo1(index).Text(), The<Form1>().Combo1.ListCount());
 }
 
-void DB_SET::OK_Click() {
-    Unload<DB_SET>();
-}
+void DB_SET::OK_Click() { Unload<DB_SET>(); }
 
 }  // namespace vantrel

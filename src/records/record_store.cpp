@@ -43,8 +43,6 @@ void OpenRecord(Integer device) {
     }
 }
 
-void CloseRecord(Integer device) {
-    RecordDb(device).Close();
-}
+void CloseRecord(Integer device) { RecordDb(device).Close(); }
 
 }  // namespace vantrel

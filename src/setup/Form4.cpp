@@ -40,9 +40,7 @@ void Form4::Form_Load() {
     }
 }
 
-bool Form4::OneShot() const {
-    return stop_after_n_scan.Value() == 1 && per_scan_interval.Value() != 1;
-}
+bool Form4::OneShot() const { return stop_after_n_scan.Value() == 1 && per_scan_interval.Value() != 1; }
 
 void Form4::Allow_Stop_Time(bool allowed) {
     stop_time.SetEnabled(allowed);
@@ -65,9 +63,7 @@ void Form4::stop_after_n_scan_Click() {
     Allow_Stop_Time(stop_after_n_scan.Value() == 0 && per_scan_interval.Value() == 1);
 }
 
-void Form4::UpDown1_Change() {
-    N_SCAN.SetText(Str(UpDown1.Value()));
-}
+void Form4::UpDown1_Change() { N_SCAN.SetText(Str(UpDown1.Value())); }
 
 void Form4::Command1_Click() {
     if (per_scan_interval.Value() == 0) {

@@ -61,13 +61,9 @@ void Set_Dev::Form_Load() {
     }
 }
 
-void Set_Dev::Form_Activate() {
-    Show_ACI_DCI = true;
-}
+void Set_Dev::Form_Activate() { Show_ACI_DCI = true; }
 
-void Set_Dev::Form_Unload() {
-    Show_ACI_DCI = false;
-}
+void Set_Dev::Form_Unload() { Show_ACI_DCI = false; }
 
 void Set_Dev::Combo1_dev_Change() {
     const BusyCursor busy;
@@ -86,9 +82,7 @@ void Set_Dev::Combo1_dev_Change() {
     Show_ACI_DCI = true;
 }
 
-float Set_Dev::Cell_Width() const {
-    return Grid_Fun.Width() / static_cast<float>(Grid_Cols);
-}
+float Set_Dev::Cell_Width() const { return Grid_Fun.Width() / static_cast<float>(Grid_Cols); }
 
 void Set_Dev::Set_Grid() {
     Grid_Fun.Clear();
@@ -197,24 +191,14 @@ void Set_Dev::Pair_Channels() {
     }
 }
 
-void Set_Dev::temp_Change(Integer Index) {
-    Temp_Set(Index) = temp(Index).Text();
-}
+void Set_Dev::temp_Change(Integer Index) { Temp_Set(Index) = temp(Index).Text(); }
 
-void Set_Dev::Timer_Set_Change() {
-    Timer_Text(Dev_Sel) = Timer_Set.Text();
-}
+void Set_Dev::Timer_Set_Change() { Timer_Text(Dev_Sel) = Timer_Set.Text(); }
 
-void Set_Dev::Combo_Scan_model_Change() {
-    Mode_Set(SlotOf(Dev_Sel)) = Combo_Scan_model.Text();
-}
+void Set_Dev::Combo_Scan_model_Change() { Mode_Set(SlotOf(Dev_Sel)) = Combo_Scan_model.Text(); }
 
-void Set_Dev::Command1_Click() {
-    WriteDevicePlans();
-}
+void Set_Dev::Command1_Click() { WriteDevicePlans(); }
 
-void Set_Dev::Command2_Click() {
-    Unload<Set_Dev>();
-}
+void Set_Dev::Command2_Click() { Unload<Set_Dev>(); }
 
 }  // namespace vantrel

@@ -10,14 +10,10 @@ namespace vantrel {
 namespace {
 
 /// Full cleaning: no line feed anywhere, no blanks around.
-void CleanReply() {
-    ReplyBuffer = Trim(WithoutLineFeeds(ReplyBuffer));
-}
+void CleanReply() { ReplyBuffer = Trim(WithoutLineFeeds(ReplyBuffer)); }
 
 /// The reply with the blanks around it gone and its line feed in place.
-std::string ReplyWithoutBlanks() {
-    return Trim(ReplyBuffer);
-}
+std::string ReplyWithoutBlanks() { return Trim(ReplyBuffer); }
 
 /// Asks for the function of channel index `i`: the cleaned reply.
 std::string QueryFunction(Integer dev, Integer i) {
@@ -33,24 +29,16 @@ std::string QuerySensor(const std::string& query, Integer dev, Integer i) {
 }
 
 /// The name of a channel whose voltage stands for a current.
-bool IsCurrentChannel(const std::string& name) {
-    return Contains(name, "ACI") || Contains(name, "DCI");
-}
+bool IsCurrentChannel(const std::string& name) { return Contains(name, "ACI") || Contains(name, "DCI"); }
 
-/// The plan's cell of channel index `i`. Looked up at each use: a query that fails lets the user connect anew.
-std::string& Cell(Integer dev, int i) {
-    return ChannelPlan(SlotOf(dev), i);
-}
+/// The plan's cell of channel index `i`: by discovery row.
+std::string& Cell(Integer dev, int i) { return ChannelPlan(SlotOf(dev), i); }
 
 bool IsFourWireTransducer(Integer dev, Integer i) {
     return Contains(QuerySensor("TEMPerature:TRANsducer?", dev, i), "FRTD");
 }
 
 }  // namespace
-
-bool IsCurrentChannel(const std::string& name) {
-    return Contains(name, "ACI") || Contains(name, "DCI");
-}
 
 void RefreshChannelFunctions(Integer dev) {
     const int half = ChannelCount(dev) / 2;

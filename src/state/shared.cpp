@@ -59,9 +59,7 @@ constexpr int kDevices = 4;
 constexpr int kChannels = 20;
 }  // namespace
 
-bool LinkIsGood() {
-    return VisaStatus == kViSuccess || VisaStatus == kViSuccessMaxCnt;
-}
+bool LinkIsGood() { return VisaStatus == kViSuccess || VisaStatus == kViSuccessMaxCnt; }
 
 void BuildColorTable() {
     const std::vector<Colour> colours = {

@@ -74,8 +74,8 @@ struct Form1 : Window {
     void Combo1_Click();
 
 private:
-    /// `run`: what sets up, starts and stops; `view`: See Value and the record assignment.
-    void Switch_Controls(bool run, bool view);
+    /// `run_controls`: what sets up, starts and stops; `viewers`: See Value and the record assignment.
+    void Switch_Controls(bool run_controls, bool viewers);
 };
 
 }  // namespace vantrel
