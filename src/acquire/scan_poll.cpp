@@ -91,6 +91,7 @@ void Fetch_Readings(Integer dev) {
         const std::vector<std::string> fields = Split(ReplyBuffer, ',');
         const Integer last = fields.size() - 1;
         Integer f = 0;
+        Integer active = 0;
         do {
             for (int ch = start; ch < ChannelCount(dev); ++ch) {
                 if (Contains(ChannelPlan(dev, ch), "NONE") || f > last) {
@@ -105,7 +106,7 @@ void Fetch_Readings(Integer dev) {
                 ++f;
             }
             const double n = Val(The<Form4>().N_SCAN.Text());
-            const Integer active = ActiveChannels(dev);
+            active = ActiveChannels(dev);
             if (Mod(got, active) == 0 || n == got) {
                 const Integer row = std::ceil(Divide(got, ActiveChannels(dev))) - 1;
                 ScanTime = CDate(FetchTime(dev, row));
@@ -114,7 +115,7 @@ void Fetch_Readings(Integer dev) {
                 start = 0;
             }
         } while (f <= last);
-        start = Mod(got, Integer(ActiveChannels(dev)));
+        start = Mod(got, active);
         if (VisaStatus != kViSuccessMaxCnt) break;
         ReadScpi(dev);
     }

@@ -169,6 +169,8 @@ W& The() {
         routines.close_box = [w = window.get()] { w->Form_CloseBox(); };
     window->Adopt(window, std::move(routines));
     if constexpr (requires { window->Form_Load(); }) window->Form_Load();
+    // A load step that yields lets a handler unload the window again.
+    if (detail::Slot<W>() != window) return The<W>();
     return *window;
 }
 

@@ -17,18 +17,18 @@ Table<Integer, 5> ChannelCount;
 Table<std::string, 11> DeviceSerial;
 
 ChannelTable<std::string> ChannelPlan;
-Table<std::string, 5> ScanModeWord("SCAN");
+Table<std::string, 5> ScanModeWord;
 Table<std::string, 5> ScanTimerText;
 ChannelTable<Colour> ChannelColor;
-ChannelTable<std::string> ChannelDivision("1");
-ChannelTable<std::string> ChannelOffset("0");
-ChannelTable<double> ShuntOhm(1.0);
-ChannelTable<double> ShuntOffset(0.0);
+ChannelTable<std::string> ChannelDivision;
+ChannelTable<std::string> ChannelOffset;
+ChannelTable<double> ShuntOhm;
+ChannelTable<double> ShuntOffset;
 Integer ShuntDevice = 0;
 Integer ShuntChannel = 0;
-Table<std::string, 5> RecordName("0");
+Table<std::string, 5> RecordName;
 
-ChannelTable<std::string> ScanRow(" ");
+ChannelTable<std::string> ScanRow;
 Table<double, 5> ScanCount;
 Table<double, 5> ActiveChannels;
 Table<Integer, 5> ScanTarget;
