@@ -116,6 +116,8 @@ void Form1::Command10_Click() { The<DB_SET>().Show(); }
 void Form1::About_Click() { The<about_form>().Show(); }
 
 void Form1::Combo1_Click() {
+    // A text typed while there is no device: Start stays off.
+    if (DeviceCount == 0) return;
     Make_Live_Tables();
     Enable_All();
 }

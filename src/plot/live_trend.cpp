@@ -5,6 +5,7 @@
 #include "windows/Form1.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace vantrel {
 
@@ -37,28 +38,29 @@ private:
     std::string lines_;
 };
 
-/// Twips per unit of value of the channel, into YStep. False: the division is no number, or 0.
+/// Twips per unit of value of the channel, into YStep. False: the division is no number, or (next to) 0.
 bool Scale_Channel(Integer dev, Integer ch) {
     const std::string& division = ChannelDivision(dev, ch);
     if (!IsNumeric(division) || CDbl(division) == 0) return false;
     YStep = static_cast<double>(The<Form1>().draw_pic.Height()) / kGridRows;
     YStep = YStep / YZoom;
     YStep = YStep / CDbl(division);
-    return true;
+    return std::isfinite(YStep);
 }
+
+/// Points of the device that are drawn; the history moves on by as many slots.
+int Points(Integer dev) { return static_cast<int>(std::min<double>(ScanCount(dev), kPointsDrawn)); }
 
 /// Moves the history of the channel on by one and puts its latest reading in front.
 void Shift_History(Integer dev, Integer ch) {
     Table<double, 171>& history = TrendHistory(dev, ch);
-    const double scans = ScanCount(dev);
-    for (int i = static_cast<int>(std::min<double>(scans, kPointsDrawn)); i >= 1; --i) history(i) = history(i - 1);
+    for (int i = Points(dev); i >= 1; --i) history(i) = history(i - 1);
     history(0) = Val(ScanRow(dev, ch));
 }
 
 void Draw_Trace(Integer dev, Integer ch, double offset) {
     PictureBox& surface = The<Form1>().draw_pic;
-    const int points = static_cast<int>(std::min<double>(ScanCount(dev), kPointsDrawn));
-    for (int i = 0; i < points; ++i) {
+    for (const Integer i : Each(Points(dev))) {
         double& delta = TrendDelta(dev);
         delta = (TrendHistory(dev, ch)(i) - offset) * YStep;
         delta = delta - (TrendBase(dev) - TrendY(dev));
@@ -73,14 +75,20 @@ void Draw_Trace(Integer dev, Integer ch, double offset) {
 void Draw_Channel(Integer dev, Integer ch, Unusable_Settings& unusable) {
     The<Form1>().draw_pic.SetCurrent(CSng(TrendX(dev)), CSng(TrendY(dev)));
     Reset_Trend(dev);
-    const std::string& offset = ChannelOffset(dev, ch);
-    const bool drawable = Scale_Channel(dev, ch) && IsNumeric(offset);
-    if (!drawable) unusable.Add(dev, ch);
+    // A channel that is off has its division looked at all the same.
+    const bool scaled = Scale_Channel(dev, ch);
     TrendX(dev) = -XStep;
     TrendY(dev) = TrendBase(dev);
+    if (!scaled) unusable.Add(dev, ch);
     if (Contains(ChannelPlan(dev, ch), "NONE")) return;
     Shift_History(dev, ch);
-    if (drawable) Draw_Trace(dev, ch, CDbl(offset));
+    const std::string& offset = ChannelOffset(dev, ch);
+    if (scaled && Points(dev) > 0) {
+        if (IsNumeric(offset))
+            Draw_Trace(dev, ch, CDbl(offset));
+        else
+            unusable.Add(dev, ch);
+    }
     DoEvents();
 }
 

@@ -31,8 +31,8 @@ Drawing TrendBackground() {
 
     fill(0, 2, kWidth, 1, kFrameShade);
     fill(0, 503, kWidth, 1, kGrid);
-    fill(0, 0, 930, 2, kFrame);
-    fill(0, 500, 930, 3, kFrame);
+    fill(0, 0, kWidth, 2, kFrame);
+    fill(0, 500, kWidth, 3, kFrame);
     fill(0, 0, 2, 503, kFrame);
     fill(926, 0, 4, 503, kFrame);
     return drawing;

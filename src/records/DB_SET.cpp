@@ -33,10 +33,11 @@ void DB_SET::Form_Load() {
 }
 
 void DB_SET::FillDbCombo(Integer index) {
-    // The list is refilled and the text put back as the assignment stands: the rule changes nothing by it.
+    filling_ = true;
     Combo1(index).Clear();
     Offer_Records(Combo1(index));
     Combo1(index).SetText(Record_Prompt(index));
+    filling_ = false;
 }
 
 void DB_SET::Form_Activate() {
@@ -44,6 +45,7 @@ void DB_SET::Form_Activate() {
 }
 
 void DB_SET::Combo1_Change(Integer index) {
+    if (filling_) return;
     Assign_Record(index, Combo1(index).Text(), The<Form1>().Combo1.ListCount());
 }
 

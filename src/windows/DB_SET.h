@@ -19,6 +19,8 @@ struct DB_SET : Window {
 
 private:
     void FillDbCombo(Integer index);
+
+    bool filling_ = false;  ///< a combo is being filled from RecordName, which must not change by it
 };
 
 }  // namespace vantrel
