@@ -22,6 +22,7 @@
 
 class QAction;
 class QMenu;
+class QObject;
 class QWidget;
 
 namespace vantrel {
@@ -246,6 +247,7 @@ protected:
 
     QWidget* widget_;
     Window* window_;
+    QObject* life_;  ///< lives as long as this object, which the widget outlives a little: owns what the widget calls
 
 private:
     void PlaceOnScreen();
@@ -358,7 +360,12 @@ public:
     Handler OnClick;
 
 private:
-    int index_ = -1;
+    /// Takes note of the field's text, and lets the widget's index follow it.
+    void TakeText();
+
+    class ComboWidget* combo_;
+    int index_ = -1;    ///< the picked entry
+    std::string seen_;  ///< the text that the program knows of
 };
 
 /// A date and time field. `format` uses yyyy MM dd HH hh mm ss; "hh" is the hour of the 12-hour clock, from 01 to 12:
@@ -436,9 +443,22 @@ public:
     void SetRowHeight(int row, float height);
 
     /// The cell under the mouse at the last click.
-    int MouseRow() const;
-    int MouseCol() const;
+    int MouseRow() const { return mouse_row_; }
+    int MouseCol() const { return mouse_col_; }
     Handler OnClick;
+
+private:
+    void CheckRow(int row) const;
+    void CheckCol(int col) const;
+    /// Gives the columns (rows) from `first` on their places in pixels.
+    void PlaceCols();
+    void PlaceRows(int first);
+
+    class GridModel* cells_;
+    class GridView* view_;
+    std::vector<float> widths_, heights_;  ///< twips
+    int row_, col_;                        ///< the current cell
+    int mouse_row_ = 0, mouse_col_ = 0;
 };
 
 /// A drawing surface: a background that stays, and lines over it.
@@ -485,6 +505,7 @@ private:
     void Wire();
     Window* window_;
     QAction* action_;
+    QObject* life_;  ///< lives as long as this object
 };
 
 }  // namespace vantrel

@@ -1,0 +1,139 @@
+#include "platform/qt/application.h"
+
+#include "platform/qt/dispatcher.h"
+#include "platform/qt/icon.h"
+#include "platform/qt/session.h"
+#include "platform/qt/style.h"
+#include "platform/qt/text.h"
+#include "platform/qt/window_frame.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QDesktopServices>
+#include <QMessageBox>
+#include <QProcess>
+#include <QScreen>
+#include <QStandardPaths>
+#include <QUrl>
+#include <QWindow>
+#include <cstdio>
+#include <cstdlib>
+
+namespace vantrel {
+
+namespace {
+
+bool in_program = false;  // inside the event loop of RunProgram
+
+/// Makes `dialog` belong to the window that is in front, without being owned by it: that window may be unloaded while
+/// the dialog is open.
+void AttachToFront(QDialog& dialog, QWidget* front) {
+    dialog.adjustSize();
+    dialog.winId();
+    if (front) dialog.windowHandle()->setTransientParent(front->windowHandle());
+    PlaceOver(&dialog, front);
+}
+
+int RunDialog(QDialog& dialog) {
+    const QPointer<QWidget> front = FrontFrame();
+    dialog.setWindowModality(Qt::ApplicationModal);
+    AttachToFront(dialog, front);
+    const int result = dialog.exec();
+    if (front && front->isVisible()) front->activateWindow();  // where no window manager does it
+    return result;
+}
+
+}  // namespace
+
+QApplication& SetUpApplication() {
+    static QApplication* const application = [] {
+        static int argc = 1;
+        static char name[] = "vantrel";
+        static char* argv[] = {name, nullptr};
+        QCoreApplication::setApplicationName("VANTREL");
+        QGuiApplication::setDesktopFileName("vantrel");
+        auto* made = new QApplication(argc, argv);
+        made->setQuitOnLastWindowClosed(false);
+        ApplyLook(*made);
+        QApplication::setWindowIcon(Icon("vantrel"));
+        return made;
+    }();
+    return *application;
+}
+
+int RunProgram(const Handler& start) {
+    QApplication& application = SetUpApplication();
+    WatchSessionEnd();
+    in_program = true;
+    const auto first_event = [&start] {
+        Dispatcher::Run(start);
+        QuitWithoutWindows();
+    };
+    QMetaObject::invokeMethod(&application, first_event, Qt::QueuedConnection);
+    const int status = QApplication::exec();
+    in_program = false;
+    return status;
+}
+
+void QuitWithoutWindows() {
+    if (in_program && !FrontFrame()) QCoreApplication::exit(0);
+}
+
+void ExitNow(int status) {
+    std::fflush(nullptr);
+    std::_Exit(status);
+}
+
+void End() {
+    ExitNow(0);
+}
+
+void DoEvents() {
+    constexpr int kAtMostMs = 100;  // events that keep making new ones must not hold the caller for ever
+    QCoreApplication::processEvents(QEventLoop::AllEvents, kAtMostMs);
+}
+
+void MsgBox(const std::string& text) {
+    QMessageBox box(QMessageBox::NoIcon, "VANTREL", ToQt(text), QMessageBox::Ok);
+    box.setTextFormat(Qt::PlainText);
+    RunDialog(box);
+}
+
+void OpenWebAddress(const std::string& address) {
+    const QString interpreter = QStandardPaths::findExecutable("cmd.exe");
+    if (interpreter.isEmpty())
+        QDesktopServices::openUrl(QUrl(ToQt(address)));
+    else
+        QProcess::startDetached(interpreter, {"/c", "start", ToQt(address)});
+}
+
+Colour ShowColor(Colour start) {
+    QColorDialog dialog(ToQt(start));
+    dialog.setWindowTitle("Color");
+    return RunDialog(dialog) == QDialog::Accepted ? FromQt(dialog.selectedColor()) : start;
+}
+
+Colour ButtonFace() {
+    return FromQt(QApplication::palette().color(QPalette::Button));
+}
+
+BusyCursor::BusyCursor() {
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
+BusyCursor::~BusyCursor() {
+    QGuiApplication::restoreOverrideCursor();
+}
+
+void PlaceOver(QWidget* window, const QWidget* owner) {
+    const QScreen* screen = owner ? owner->screen() : QGuiApplication::primaryScreen();
+    const QRect room = screen->availableGeometry();
+    const QPoint centre = owner ? owner->frameGeometry().center() : room.center();
+    QRect place = window->frameGeometry();
+    place.moveCenter(centre);
+    const int left = std::max(room.left(), std::min(place.left(), room.right() + 1 - place.width()));
+    const int top = std::max(room.top(), std::min(place.top(), room.bottom() + 1 - place.height()));
+    window->move(left, top);
+}
+
+}  // namespace vantrel

@@ -1,0 +1,143 @@
+#include "platform/qt/event_filter.h"
+#include "platform/qt/text.h"
+#include "platform/toolkit.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+#include <limits>
+
+namespace vantrel {
+
+/// An editable combo box without a will of its own: it completes nothing, looks nothing up and selects nothing.
+class ComboWidget : public QComboBox {
+public:
+    ComboWidget() {
+        setEditable(true);
+        setInsertPolicy(NoInsert);
+        setCompleter(nullptr);
+        setMaxVisibleItems(16);
+        setMinimumContentsLength(0);
+        lineEdit()->setMaxLength(std::numeric_limits<int>::max());
+        lineEdit()->setTextMargins(0, 0, 0, 0);
+        // Qt looks the text up when the field is left or Enter is pressed. Cutting the field off ends that.
+        lineEdit()->disconnect(this);
+        connect(lineEdit(), &QLineEdit::textChanged, this, &QComboBox::editTextChanged);
+    }
+
+    /// The entry that Qt holds for the current one, without a signal and without a change of the field.
+    void SetIndexOnly(int index) {
+        if (index == currentIndex()) return;
+        const QSignalBlocker quiet_combo(this);
+        const QSignalBlocker quiet_field(lineEdit());
+        const QString text = lineEdit()->text();
+        const int cursor = lineEdit()->cursorPosition();
+        setCurrentIndex(index);
+        if (lineEdit()->text() == text) return;
+        lineEdit()->setText(text);
+        lineEdit()->setCursorPosition(cursor);
+    }
+
+    void SetTextOnly(const QString& text) {
+        const QSignalBlocker quiet(lineEdit());
+        lineEdit()->setText(text);
+        lineEdit()->setCursorPosition(0);
+    }
+
+protected:
+    void wheelEvent(QWheelEvent* event) override {
+        if (hasFocus())
+            QComboBox::wheelEvent(event);
+        else
+            event->ignore();
+    }
+};
+
+ComboBox::ComboBox(const Place& place, const std::string& name, const Box& box, const std::string& text)
+    : Control(place, name, box, new ComboWidget), combo_(static_cast<ComboWidget*>(widget_)), seen_(text) {
+    combo_->SetTextOnly(ToQt(text));
+    combo_->setAccessibleName(ToQt(name));
+    QObject::connect(combo_->lineEdit(), &QLineEdit::textEdited, life_, [this] {
+        TakeText();
+        Raise(OnChange);
+    });
+    QObject::connect(combo_->lineEdit(), &QLineEdit::textChanged, life_, [this] {
+        if (Text() == seen_) return;
+        // The field changes before Qt tells of a pick. What else writes into it, as a screen reader, edits.
+        const bool picking = List(combo_->currentIndex()) == Text();
+        TakeText();
+        if (!picking) Raise(OnChange);
+    });
+    QObject::connect(combo_, &QComboBox::activated, life_, [this](int picked) {
+        index_ = picked;
+        seen_ = Text();
+        Raise(OnClick);
+    });
+}
+
+void ComboBox::TakeText() {
+    seen_ = Text();
+    combo_->SetIndexOnly(ListIndex());
+}
+
+void ComboBox::Clear() {
+    const QSignalBlocker quiet_combo(combo_);
+    const QSignalBlocker quiet_field(combo_->lineEdit());
+    combo_->clear();
+    combo_->lineEdit()->clear();
+    index_ = -1;
+    seen_.clear();
+}
+
+void ComboBox::AddItem(const std::string& entry) {
+    const QSignalBlocker quiet_combo(combo_);
+    const QString text = combo_->lineEdit()->text();
+    {
+        const QSignalBlocker quiet_field(combo_->lineEdit());
+        combo_->addItem(ToQt(entry));
+    }
+    combo_->SetTextOnly(text);
+    combo_->SetIndexOnly(ListIndex());
+}
+
+int ComboBox::ListCount() const {
+    return combo_->count();
+}
+
+std::string ComboBox::List(int i) const {
+    return FromQt(combo_->itemText(i));
+}
+
+int ComboBox::ListIndex() const {
+    const QString text = combo_->lineEdit()->text();
+    if (index_ >= 0 && index_ < ListCount() && combo_->itemText(index_) == text) return index_;
+    for (int i = 0; i < ListCount(); ++i)
+        if (combo_->itemText(i) == text) return i;
+    return -1;
+}
+
+void ComboBox::SetListIndex(int i) {
+    if (i < -1 || i >= ListCount()) throw RunTimeError(kInvalidPropertyValue);
+    index_ = i;
+    combo_->SetTextOnly(combo_->itemText(i));
+    TakeText();
+    if (OnClick) OnClick();
+}
+
+std::string ComboBox::Text() const {
+    return FromQt(combo_->lineEdit()->text());
+}
+
+void ComboBox::SetText(const std::string& text) {
+    if (text == Text()) return;
+    combo_->SetTextOnly(ToQt(text));
+    TakeText();
+    if (OnChange) OnChange();
+}
+
+void ComboBox::Select(int start, int length) {
+    combo_->lineEdit()->setSelection(start, length);
+}
+
+}  // namespace vantrel

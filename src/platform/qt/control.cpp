@@ -1,0 +1,111 @@
+#include "platform/qt/dispatcher.h"
+#include "platform/qt/text.h"
+#include "platform/toolkit.h"
+
+#include <QLineEdit>
+#include <QPalette>
+#include <QTabWidget>
+#include <QVariant>
+#include <QWidget>
+
+namespace vantrel {
+
+namespace {
+
+QWidget* ParentAt(const Place& place) {
+    if (place.window) return place.window->ClientArea();
+    return static_cast<QTabWidget*>(place.tabs->Widget())->widget(place.page);
+}
+
+QPalette::ColorRole BackgroundOf(const QWidget* widget) {
+    return qobject_cast<const QLineEdit*>(widget) ? QPalette::Base : QPalette::Window;
+}
+
+}  // namespace
+
+Control::Control(const Place& place, const std::string& name, const Box& box, QWidget* widget)
+    : widget_(widget),
+      window_(place.window ? place.window : place.tabs->window_),
+      life_(new QObject),
+      box_(box),
+      page_offset_(place.tabs ? SSTab::kStrip : 0) {
+    widget_->setParent(ParentAt(place));
+    widget_->setObjectName(ToQt(name));
+    PlaceOnScreen();
+    widget_->show();
+}
+
+Control::~Control() {
+    delete life_;  // the widget itself goes with its window's frame
+}
+
+void Control::Raise(const Handler& handler) {
+    if (handler) Dispatcher::Run(*window_, handler);
+}
+
+// Edges are rounded, not sizes, so that neighbours that touch in twips touch on the screen.
+void Control::PlaceOnScreen() {
+    const int left = ToPixels(box_.left);
+    const int top = ToPixels(box_.top - page_offset_);
+    const int right = ToPixels(box_.left + box_.width);
+    const int bottom = ToPixels(box_.top - page_offset_ + box_.height);
+    widget_->setGeometry(left, top, right - left, bottom - top);
+}
+
+void Control::SetLeft(float left) {
+    box_.left = left;
+    PlaceOnScreen();
+}
+
+void Control::SetTop(float top) {
+    box_.top = top;
+    PlaceOnScreen();
+}
+
+void Control::SetWidth(float width) {
+    box_.width = width;
+    PlaceOnScreen();
+}
+
+void Control::SetHeight(float height) {
+    box_.height = height;
+    PlaceOnScreen();
+}
+
+void Control::SetEnabled(bool enabled) {
+    enabled_ = enabled;
+    widget_->setEnabled(enabled);
+}
+
+void Control::SetVisible(bool visible) {
+    visible_ = visible;
+    widget_->setVisible(visible);
+}
+
+std::string Control::ToolTipText() const {
+    return FromQt(widget_->toolTip());
+}
+
+void Control::SetToolTipText(const std::string& text) {
+    widget_->setToolTip(ToQt(text));
+}
+
+Colour Control::BackColor() const {
+    return has_back_color_ ? back_color_ : FromQt(widget_->palette().color(BackgroundOf(widget_)));
+}
+
+void Control::SetBackColor(Colour colour) {
+    has_back_color_ = true;
+    back_color_ = colour;
+    QPalette colours = widget_->palette();
+    colours.setColor(BackgroundOf(widget_), ToQt(colour));
+    widget_->setPalette(colours);
+    widget_->setAutoFillBackground(true);
+    widget_->setProperty("BackColor", ToQt(colour));
+}
+
+void Control::SetFocus() {
+    widget_->setFocus(Qt::OtherFocusReason);
+}
+
+}  // namespace vantrel

@@ -1,0 +1,213 @@
+#include "platform/qt/flex_grid.h"
+
+#include "platform/qt/text.h"
+#include "platform/toolkit.h"
+
+#include <QHeaderView>
+#include <algorithm>
+#include <numeric>
+
+namespace vantrel {
+
+namespace {
+
+constexpr float kColWidth = 960;   // twips, as long as nobody gives another
+constexpr float kRowHeight = 240;  // twips
+
+std::size_t Index(int i) {
+    return static_cast<std::size_t>(i);
+}
+
+/// Gives the sections from `first` on the sizes of `sizes` in pixels. Edges are rounded, not sizes, so that a hundred
+/// columns end where their sum ends.
+void PlaceSections(QHeaderView& header, const std::vector<float>& sizes, int first) {
+    double edge = std::accumulate(sizes.begin(), sizes.begin() + first, 0.0);
+    for (int i = first; i < static_cast<int>(sizes.size()); ++i) {
+        const int from = ToPixels(edge);
+        edge += sizes[Index(i)];
+        const int size = ToPixels(edge) - from;
+        if (header.sectionSize(i) != size) header.resizeSection(i, size);
+    }
+}
+
+}  // namespace
+
+MSFlexGrid::MSFlexGrid(const Place& place, const std::string& name, const Box& box, int rows, int cols, int fixed_rows,
+                       int fixed_cols)
+    : Control(place, name, box, new GridView(new GridModel(rows, cols, nullptr))),
+      view_(static_cast<GridView*>(widget_)),
+      widths_(Index(cols), kColWidth),
+      heights_(Index(rows), kRowHeight),
+      row_(std::min(fixed_rows, rows - 1)),
+      col_(std::min(fixed_cols, cols - 1)) {
+    cells_ = static_cast<GridModel*>(view_->model());
+    view_->horizontalHeader()->setDefaultSectionSize(ToPixels(kColWidth));
+    view_->verticalHeader()->setDefaultSectionSize(ToPixels(kRowHeight));
+    view_->setAccessibleName(ToQt(name));
+    SetFixed(fixed_rows, fixed_cols);
+    QObject::connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, life_, [this](const QModelIndex& to) {
+        if (!to.isValid() || cells_->IsFixed(to.row(), to.column())) return;
+        row_ = to.row();
+        col_ = to.column();
+    });
+    QObject::connect(view_, &GridView::Clicked, life_, [this](int row, int col) {
+        mouse_row_ = row;
+        mouse_col_ = col;
+        if (!cells_->IsFixed(row, col)) {
+            row_ = row;
+            col_ = col;
+        }
+        Raise(OnClick);
+    });
+}
+
+void MSFlexGrid::CheckRow(int row) const {
+    if (row < 0 || row >= Rows()) throw RunTimeError(kGridRow);
+}
+
+void MSFlexGrid::CheckCol(int col) const {
+    if (col < 0 || col >= Cols()) throw RunTimeError(kGridCol);
+}
+
+int MSFlexGrid::Rows() const {
+    return cells_->rowCount();
+}
+
+void MSFlexGrid::SetRows(int rows) {
+    if (rows < 0) throw RunTimeError(kGridRow);
+    const int before = Rows();
+    cells_->SetRows(rows);
+    heights_.resize(Index(rows), kRowHeight);
+    if (rows > before) PlaceRows(before);
+    row_ = std::min(row_, rows - 1);
+}
+
+int MSFlexGrid::Cols() const {
+    return cells_->columnCount();
+}
+
+void MSFlexGrid::SetCols(int cols) {
+    if (cols < 0) throw RunTimeError(kGridCol);
+    cells_->SetCols(cols);
+    widths_.resize(Index(cols), kColWidth);
+    PlaceCols();
+    col_ = std::min(col_, cols - 1);
+}
+
+int MSFlexGrid::FixedRows() const {
+    return cells_->fixed_rows;
+}
+
+int MSFlexGrid::FixedCols() const {
+    return cells_->fixed_cols;
+}
+
+void MSFlexGrid::SetFixed(int fixed_rows, int fixed_cols) {
+    cells_->fixed_rows = fixed_rows;
+    cells_->fixed_cols = fixed_cols;
+    view_->Refresh();
+}
+
+int MSFlexGrid::Row() const {
+    return row_;
+}
+
+void MSFlexGrid::SetRow(int row) {
+    CheckRow(row);
+    row_ = row;
+}
+
+int MSFlexGrid::Col() const {
+    return col_;
+}
+
+void MSFlexGrid::SetCol(int col) {
+    CheckCol(col);
+    col_ = col;
+}
+
+std::string MSFlexGrid::Text() const {
+    return TextMatrix(row_, col_);
+}
+
+void MSFlexGrid::SetText(const std::string& text) {
+    SetTextMatrix(row_, col_, text);
+}
+
+Colour MSFlexGrid::CellBackColor() const {
+    CheckRow(row_);
+    CheckCol(col_);
+    const QPalette::ColorRole role = cells_->IsFixed(row_, col_) ? QPalette::Button : QPalette::Base;
+    return cells_->BackColor(row_, col_).value_or(FromQt(view_->palette().color(role)));
+}
+
+void MSFlexGrid::SetCellBackColor(Colour colour) {
+    CheckRow(row_);
+    CheckCol(col_);
+    cells_->SetBackColor(row_, col_, colour);
+}
+
+std::string MSFlexGrid::TextMatrix(int row, int col) const {
+    CheckRow(row);
+    CheckCol(col);
+    return cells_->Text(row, col);
+}
+
+void MSFlexGrid::SetTextMatrix(int row, int col, const std::string& text) {
+    CheckRow(row);
+    CheckCol(col);
+    cells_->SetText(row, col, text);
+}
+
+void MSFlexGrid::Clear() {
+    cells_->Clear();
+}
+
+void MSFlexGrid::SetRowPosition(int row, int to) {
+    CheckRow(row);
+    CheckRow(to);
+    cells_->MoveRow(row, to);
+    const float height = heights_[Index(row)];
+    heights_.erase(heights_.begin() + row);
+    heights_.insert(heights_.begin() + to, height);
+    PlaceRows(std::min(row, to));
+}
+
+void MSFlexGrid::SetMergeRow(int row, bool merge) {
+    CheckRow(row);
+    view_->SetMergeRow(row, merge);
+}
+
+float MSFlexGrid::ColWidth(int col) const {
+    CheckCol(col);
+    return widths_[Index(col)];
+}
+
+void MSFlexGrid::SetColWidth(int col, float width) {
+    CheckCol(col);
+    widths_[Index(col)] = width;
+    PlaceCols();
+}
+
+float MSFlexGrid::RowHeight(int row) const {
+    CheckRow(row);
+    return heights_[Index(row)];
+}
+
+void MSFlexGrid::SetRowHeight(int row, float height) {
+    CheckRow(row);
+    heights_[Index(row)] = height;
+    PlaceRows(row);
+}
+
+void MSFlexGrid::PlaceCols() {
+    PlaceSections(*view_->horizontalHeader(), widths_, 0);
+    view_->Refresh();
+}
+
+void MSFlexGrid::PlaceRows(int first) {
+    PlaceSections(*view_->verticalHeader(), heights_, first);
+    view_->Refresh();
+}
+
+}  // namespace vantrel

@@ -1,0 +1,96 @@
+// The parts of a grid: the cells, and the view of them.
+#pragma once
+
+#include "platform/picture.h"
+
+#include <QAbstractTableModel>
+#include <QTableView>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vantrel {
+
+/// The cells of a grid, row by row.
+class GridModel : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    GridModel(int rows, int cols, QObject* parent);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+
+    void SetRows(int rows);
+    void SetCols(int cols);
+    const std::string& Text(int row, int col) const { return At(row, col).text; }
+    void SetText(int row, int col, const std::string& text);
+    std::optional<Colour> BackColor(int row, int col) const { return At(row, col).back_color; }
+    void SetBackColor(int row, int col, Colour colour);
+    void Clear();
+    void MoveRow(int row, int to);
+
+    int fixed_rows = 0;
+    int fixed_cols = 0;
+    bool IsFixed(int row, int col) const { return row < fixed_rows || col < fixed_cols; }
+
+private:
+    struct Cell {
+        std::string text;
+        std::optional<Colour> back_color;
+    };
+    using Row = std::vector<Cell>;
+
+    const Cell& At(int row, int col) const { return rows_[std::size_t(row)][std::size_t(col)]; }
+    Cell& At(int row, int col) { return rows_[std::size_t(row)][std::size_t(col)]; }
+
+    std::vector<Row> rows_;
+    int cols_;
+};
+
+/// Shows the cells. Its fixed rows and columns are drawn over the scrolled ones, as headings.
+class GridView : public QTableView {
+    Q_OBJECT
+
+public:
+    explicit GridView(GridModel* model);
+
+    /// The cell at a point of the viewport, fixed ones first; (-1, -1) beside the cells.
+    QPoint CellAt(const QPoint& point) const;  ///< x: column, y: row
+    void SetMergeRow(int row, bool merge);
+    /// Row and column sizes in pixels have changed, or the fixed cells.
+    void Refresh();
+
+signals:
+    void Clicked(int row, int col);
+
+public slots:
+    void dataChanged(const QModelIndex& top_left, const QModelIndex& bottom_right,
+                     const QList<int>& roles = QList<int>()) override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void scrollTo(const QModelIndex& index, ScrollHint hint) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    bool IsMerged(int row) const;
+    int FixedWidth() const;
+    int FixedHeight() const;
+    /// Where a column stands on the screen; a fixed one does not scroll.
+    int ColumnAt(int col) const;
+    int RowAt(int row) const;
+    void DrawRow(QPainter& painter, int row, int first_col, int last_col) const;
+    void DrawCell(QPainter& painter, const QRect& box, int row, int col) const;
+    void CopySelection() const;
+
+    GridModel* cells_;
+    std::vector<bool> merged_;
+};
+
+}  // namespace vantrel

@@ -1,0 +1,239 @@
+#include "platform/qt/flex_grid.h"
+#include "platform/qt/style.h"
+#include "platform/qt/text.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <algorithm>
+
+namespace vantrel {
+
+namespace {
+
+constexpr int kCellMargin = 2;
+const QColor kGridLine(208, 208, 208);
+
+/// Draws texts narrower rather than cut, and leaves a cell its own colour when it is selected.
+class CellDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        const QVariant colour = index.data(Qt::BackgroundRole);
+        const bool selected = option.state & QStyle::State_Selected && !colour.isValid();
+        if (selected) painter->fillRect(option.rect, option.palette.brush(QPalette::Highlight));
+        if (colour.isValid()) painter->fillRect(option.rect, colour.value<QColor>());
+        QColor ink = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+        if (colour.isValid()) ink = index.data(Qt::ForegroundRole).value<QColor>();
+        const QString text = index.data(Qt::DisplayRole).toString();
+        const QRect room = option.rect.adjusted(kCellMargin, 0, -kCellMargin, 0);
+        painter->setFont(FittingFont(option.font, text, room.width()));
+        painter->setPen(ink);
+        painter->drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text);
+        if (!(option.state & QStyle::State_HasFocus)) return;
+        painter->setPen(QPen(ink, 1, Qt::DotLine));
+        painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
+    }
+};
+
+}  // namespace
+
+GridView::GridView(GridModel* model) : cells_(model) {
+    model->setParent(this);
+    setModel(model);
+    setItemDelegate(new CellDelegate(this));
+    setFrameShape(QFrame::NoFrame);
+    setShowGrid(true);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(ExtendedSelection);
+    setTabKeyNavigation(false);
+    setWordWrap(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setVerticalScrollMode(ScrollPerPixel);
+    setCornerButtonEnabled(false);
+    setStyleSheet({});
+    for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {
+        header->hide();
+        header->setMinimumSectionSize(0);
+        header->setSectionResizeMode(QHeaderView::Fixed);
+    }
+    horizontalScrollBar()->setSingleStep(24);
+    verticalScrollBar()->setSingleStep(16);
+}
+
+void GridView::Refresh() {
+    viewport()->update();
+}
+
+void GridView::SetMergeRow(int row, bool merge) {
+    const auto at = static_cast<std::size_t>(row);
+    if (merged_.size() <= at) merged_.resize(at + 1);
+    merged_[at] = merge;
+    viewport()->update();
+}
+
+bool GridView::IsMerged(int row) const {
+    const auto at = static_cast<std::size_t>(row);
+    return at < merged_.size() && merged_[at];
+}
+
+int GridView::FixedWidth() const {
+    int width = 0;
+    for (int col = 0; col < std::min(cells_->fixed_cols, cells_->columnCount()); ++col) width += columnWidth(col);
+    return width;
+}
+
+int GridView::FixedHeight() const {
+    int height = 0;
+    for (int row = 0; row < std::min(cells_->fixed_rows, cells_->rowCount()); ++row) height += rowHeight(row);
+    return height;
+}
+
+int GridView::ColumnAt(int col) const {
+    return columnViewportPosition(col) + (col < cells_->fixed_cols ? horizontalOffset() : 0);
+}
+
+int GridView::RowAt(int row) const {
+    return rowViewportPosition(row) + (row < cells_->fixed_rows ? verticalOffset() : 0);
+}
+
+QPoint GridView::CellAt(const QPoint& point) const {
+    const int x = point.x() < FixedWidth() ? point.x() - horizontalOffset() : point.x();
+    const int y = point.y() < FixedHeight() ? point.y() - verticalOffset() : point.y();
+    const QPoint cell(columnAt(x), rowAt(y));
+    return cell.x() < 0 || cell.y() < 0 ? QPoint(-1, -1) : cell;
+}
+
+void GridView::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    QPainter painter(viewport());
+    const int last_col = cells_->columnCount() - 1;
+    const int bottom = rowAt(viewport()->height() - 1);
+    const int last_row = bottom < 0 ? cells_->rowCount() - 1 : bottom;
+    const QRect all = viewport()->rect();
+    const int right_of_fixed = FixedWidth();
+    const int below_fixed = FixedHeight();
+    const int first_row = std::max(cells_->fixed_rows, rowAt(below_fixed));
+    const auto rows_in = [&](const QRect& part, int from, int to, int col_from, int col_to, bool fixed) {
+        painter.setClipRect(part);
+        for (int row = std::max(from, 0); row <= to; ++row)
+            if (fixed || IsMerged(row)) DrawRow(painter, row, col_from, col_to);
+    };
+    const int fixed_rows = std::min(cells_->fixed_rows, cells_->rowCount());
+    const int fixed_cols = std::min(cells_->fixed_cols, cells_->columnCount());
+    rows_in(all.adjusted(right_of_fixed, below_fixed, 0, 0), first_row, last_row, fixed_cols, last_col, false);
+    rows_in(all.adjusted(0, below_fixed, 0, 0), first_row, last_row, 0, fixed_cols - 1, true);
+    rows_in(all.adjusted(right_of_fixed, 0, 0, 0), 0, fixed_rows - 1, fixed_cols, last_col, true);
+    rows_in(all, 0, fixed_rows - 1, 0, fixed_cols - 1, true);
+    painter.setClipping(false);
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawRect(all.adjusted(0, 0, -1, -1));
+}
+
+void GridView::DrawRow(QPainter& painter, int row, int first_col, int last_col) const {
+    for (int col = first_col; col <= last_col;) {
+        int end = col;
+        if (IsMerged(row))
+            while (end < last_col && cells_->Text(row, end + 1) == cells_->Text(row, col)) ++end;
+        const int left = ColumnAt(col);
+        const QRect box(left, RowAt(row), ColumnAt(end) + columnWidth(end) - left, rowHeight(row));
+        if (box.intersects(viewport()->rect())) DrawCell(painter, box, row, col);
+        col = end + 1;
+    }
+}
+
+void GridView::DrawCell(QPainter& painter, const QRect& box, int row, int col) const {
+    const bool fixed = cells_->IsFixed(row, col);
+    const std::optional<Colour> own = cells_->BackColor(row, col);
+    const QColor back = own ? ToQt(*own) : palette().color(fixed ? QPalette::Button : QPalette::Base);
+    painter.fillRect(box, back);
+    painter.setPen(fixed ? palette().color(QPalette::Mid) : kGridLine);
+    painter.drawLine(box.topRight(), box.bottomRight());
+    painter.drawLine(box.bottomLeft(), box.bottomRight());
+    // The text of a wide band stays in sight when the band is scrolled.
+    const QRect seen = box & painter.clipBoundingRect().toRect();
+    const QRect room = (IsMerged(row) ? seen : box).adjusted(kCellMargin, 0, -kCellMargin, 0);
+    const QString text = ToQt(cells_->Text(row, col));
+    painter.setFont(FittingFont(font(), text, room.width()));
+    painter.setPen(qGray(back.rgb()) < 110 ? Qt::white : palette().color(QPalette::Text));
+    painter.drawText(room, (fixed ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter | Qt::TextSingleLine, text);
+}
+
+void GridView::dataChanged(const QModelIndex& top_left, const QModelIndex& bottom_right, const QList<int>& roles) {
+    QTableView::dataChanged(top_left, bottom_right, roles);
+    if (cells_->IsFixed(top_left.row(), top_left.column()) || IsMerged(top_left.row())) viewport()->update();
+}
+
+void GridView::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
+    viewport()->update();  // what was moved along with the rest of the picture are fixed cells
+}
+
+void GridView::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    QTableView::scrollTo(index, hint);
+    const QRect cell = visualRect(index);
+    if (!cells_->IsFixed(index.row(), 0) && cell.top() < FixedHeight())
+        verticalScrollBar()->setValue(verticalScrollBar()->value() - (FixedHeight() - cell.top()));
+    if (!cells_->IsFixed(cells_->fixed_rows, index.column()) && cell.left() < FixedWidth())
+        horizontalScrollBar()->setValue(horizontalScrollBar()->value() - (FixedWidth() - cell.left()));
+}
+
+void GridView::mousePressEvent(QMouseEvent* event) {
+    const QPoint cell = CellAt(event->position().toPoint());
+    if (cell.x() < 0 || cells_->IsFixed(cell.y(), cell.x()))
+        event->accept();  // headings are no selection and never the current cell
+    else
+        QTableView::mousePressEvent(event);
+}
+
+void GridView::mouseReleaseEvent(QMouseEvent* event) {
+    const QPoint at = event->position().toPoint();
+    QTableView::mouseReleaseEvent(event);
+    const QPoint cell = CellAt(at);
+    if (event->button() == Qt::LeftButton && cell.x() >= 0 && viewport()->rect().contains(at))
+        emit Clicked(cell.y(), cell.x());
+}
+
+void GridView::keyPressEvent(QKeyEvent* event) {
+    const bool click = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (event->matches(QKeySequence::Copy))
+        CopySelection();
+    else if (click && currentIndex().isValid())
+        emit Clicked(currentIndex().row(), currentIndex().column());
+    else
+        QTableView::keyPressEvent(event);
+}
+
+void GridView::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu menu;
+    menu.addAction("Copy", QKeySequence::Copy, this, [this] { CopySelection(); });
+    menu.exec(event->globalPos());
+}
+
+void GridView::CopySelection() const {
+    const QItemSelection selection = selectionModel()->selection();
+    if (selection.isEmpty()) return;
+    QRect box;
+    for (const QItemSelectionRange& range : selection)
+        box |= QRect(QPoint(range.left(), range.top()), QPoint(range.right(), range.bottom()));
+    QStringList lines;
+    for (int row = box.top(); row <= box.bottom(); ++row) {
+        QStringList cells;
+        for (int col = box.left(); col <= box.right(); ++col) {
+            const QModelIndex index = cells_->index(row, col);
+            cells << (selectionModel()->isSelected(index) ? index.data().toString() : QString());
+        }
+        lines << cells.join('\t');
+    }
+    QApplication::clipboard()->setText(lines.join('\n'));
+}
+
+}  // namespace vantrel

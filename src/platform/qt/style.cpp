@@ -1,0 +1,143 @@
+#include "platform/qt/style.h"
+
+#include <QApplication>
+#include <QFontMetrics>
+#include <QPainter>
+#include <QProxyStyle>
+#include <QStyleFactory>
+#include <QStyleOptionComboBox>
+#include <QTabWidget>
+
+namespace vantrel {
+
+namespace {
+
+constexpr int kComboArrowPixels = 14;
+
+/// Fusion, with combo boxes that leave room for a letter at 35 pixels, and tab strips of exactly the designed height.
+class CompactStyle : public QProxyStyle {
+public:
+    CompactStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
+
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                         const QWidget* widget) const override {
+        if (control == CC_ComboBox) {
+            const QRect box = option->rect;
+            QRect at = box;
+            if (part == SC_ComboBoxArrow) at = box.adjusted(box.width() - kComboArrowPixels - 1, 1, -1, -1);
+            if (part == SC_ComboBoxEditField) at = box.adjusted(2, 1, -kComboArrowPixels - 2, -1);
+            if (part != SC_ComboBoxListBoxPopup) return visualRect(option->direction, box, at);
+        }
+        return QProxyStyle::subControlRect(control, option, part, widget);
+    }
+
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override {
+        const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+        if (control == CC_ComboBox && combo && combo->editable)
+            DrawCombo(*combo, *painter, widget);
+        else
+            QProxyStyle::drawComplexControl(control, option, painter, widget);
+    }
+
+    QRect subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const override {
+        if (qobject_cast<const QTabWidget*>(widget)) {
+            const QRect box = option->rect;
+            if (element == SE_TabWidgetTabBar) return {box.left(), box.top(), box.width(), kTabStripPixels};
+            if (element == SE_TabWidgetTabContents || element == SE_TabWidgetTabPane)
+                return box.adjusted(0, kTabStripPixels, 0, 0);
+        }
+        return QProxyStyle::subElementRect(element, option, widget);
+    }
+
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                           const QWidget* widget) const override {
+        QSize out = QProxyStyle::sizeFromContents(type, option, size, widget);
+        if (type == CT_TabBarTab) out.setHeight(kTabStripPixels);
+        return out;
+    }
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override {
+        if (hint == SH_ComboBox_Popup) return 0;
+        if (hint == SH_ItemView_ActivateItemOnSingleClick) return 0;
+        return QProxyStyle::styleHint(hint, option, widget, result);
+    }
+
+private:
+    void DrawCombo(const QStyleOptionComboBox& combo, QPainter& painter, const QWidget* widget) const {
+        const QPalette& colours = combo.palette;
+        const QRect arrow = proxy()->subControlRect(CC_ComboBox, &combo, SC_ComboBoxArrow, widget);
+        const bool pressed = combo.state & State_Sunken;
+        const bool focused = combo.state & State_HasFocus && combo.state & State_Enabled;
+        painter.save();
+        painter.setPen(focused ? colours.color(QPalette::Highlight) : colours.color(QPalette::Mid));
+        painter.setBrush(colours.brush(QPalette::Base));
+        painter.drawRect(combo.rect.adjusted(0, 0, -1, -1));
+        painter.fillRect(arrow, pressed ? colours.color(QPalette::Midlight).darker(115) : colours.color(QPalette::Button));
+        painter.restore();
+        QStyleOption mark = combo;
+        mark.rect = QRect(0, 0, 9, 9);
+        mark.rect.moveCenter(arrow.center());
+        proxy()->drawPrimitive(PE_IndicatorArrowDown, &mark, &painter, widget);
+    }
+};
+
+QPalette LightColours() {
+    const QColor face(240, 240, 240);
+    const QColor grey(128, 128, 128);
+    QPalette colours(face);
+    colours.setColor(QPalette::Window, face);
+    colours.setColor(QPalette::Button, face);
+    colours.setColor(QPalette::Base, Qt::white);
+    colours.setColor(QPalette::AlternateBase, QColor(247, 247, 247));
+    colours.setColor(QPalette::Light, Qt::white);
+    colours.setColor(QPalette::Midlight, QColor(227, 227, 227));
+    colours.setColor(QPalette::Mid, QColor(160, 160, 160));
+    colours.setColor(QPalette::Dark, QColor(130, 130, 130));
+    colours.setColor(QPalette::Shadow, QColor(105, 105, 105));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+        colours.setColor(role, Qt::black);
+        colours.setColor(QPalette::Disabled, role, grey);
+    }
+    colours.setColor(QPalette::Disabled, QPalette::Base, face);
+    colours.setColor(QPalette::ToolTipBase, QColor(255, 255, 225));
+    colours.setColor(QPalette::Highlight, QColor(0, 102, 178));
+    colours.setColor(QPalette::HighlightedText, Qt::white);
+    colours.setColor(QPalette::Link, QColor(0, 85, 170));
+    colours.setColor(QPalette::PlaceholderText, grey);
+    return colours;
+}
+
+constexpr int kFontPixels = 12;
+constexpr int kNarrowest = 60;  // percent of the normal width
+
+}  // namespace
+
+void ApplyLook(QApplication& application) {
+    QApplication::setStyle(new CompactStyle);
+    QApplication::setPalette(LightColours());
+    QFont font;
+    font.setFamilies({"Liberation Sans", "Arial", "Helvetica", "DejaVu Sans"});
+    font.setPixelSize(kFontPixels);
+    font.setStyleHint(QFont::SansSerif);
+    QApplication::setFont(font);
+    application.setEffectEnabled(Qt::UI_AnimateCombo, false);
+}
+
+QFont FittingFont(QFont font, const QString& text, int width) {
+    for (int percent = 95; percent >= kNarrowest && QFontMetrics(font).horizontalAdvance(text) > width; percent -= 5)
+        font.setStretch(percent);
+    return font;
+}
+
+QFont FittingFont(QFont font, const QString& text, const QRect& box) {
+    const auto fits = [&] {
+        const QRect needed = QFontMetrics(font).boundingRect(QRect(0, 0, box.width(), 10000), Qt::TextWordWrap, text);
+        return needed.height() <= box.height() && needed.width() <= box.width();
+    };
+    for (int percent = 95; percent >= kNarrowest && !fits(); percent -= 5) font.setStretch(percent);
+    return font;
+}
+
+}  // namespace vantrel

@@ -1,0 +1,23 @@
+// The look of the program: the same on every desktop, and compact enough for the designed sizes.
+#pragma once
+
+#include <QFont>
+
+class QApplication;
+class QRect;
+class QString;
+
+namespace vantrel {
+
+/// Height of a tab strip in pixels.
+inline constexpr int kTabStripPixels = 24;
+
+/// Gives `application` the style, the colours and the font.
+void ApplyLook(QApplication& application);
+
+/// `font`, drawn narrower where `text` would not fit into `width` pixels otherwise.
+QFont FittingFont(QFont font, const QString& text, int width);
+/// The same for a text that wraps inside `box`.
+QFont FittingFont(QFont font, const QString& text, const QRect& box);
+
+}  // namespace vantrel

@@ -1,0 +1,68 @@
+#include "platform/qt/event_filter.h"
+#include "platform/qt/text.h"
+#include "platform/toolkit.h"
+
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <limits>
+
+namespace vantrel {
+
+namespace {
+
+constexpr char32_t kBackspace = 8;
+
+/// The characters that an event types: those of a character key, or what an input method commits.
+QList<uint> TypedCharacters(QEvent* event) {
+    if (event->type() == QEvent::InputMethod) return static_cast<QInputMethodEvent*>(event)->commitString().toUcs4();
+    if (event->type() != QEvent::KeyPress) return {};
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool shortcut = key->modifiers() & Qt::ControlModifier && !(key->modifiers() & Qt::AltModifier);
+    if (shortcut) return {};
+    if (key->key() == Qt::Key_Backspace) return {kBackspace};
+    const QList<uint> characters = key->text().toUcs4();
+    return !characters.isEmpty() && QChar::isPrint(characters.front()) ? characters : QList<uint>();
+}
+
+QLineEdit& EditOf(QWidget* widget) {
+    return *static_cast<QLineEdit*>(widget);
+}
+
+}  // namespace
+
+TextBox::TextBox(const Place& place, const std::string& name, const Box& box, const std::string& text)
+    : Control(place, name, box, new QLineEdit(ToQt(text))) {
+    QLineEdit& edit = EditOf(widget_);
+    edit.setMaxLength(std::numeric_limits<int>::max());
+    edit.setCursorPosition(0);
+    QObject::connect(&edit, &QLineEdit::textChanged, life_, [this] { Raise(OnChange); });
+    WatchEvents(&edit, life_, [this](QObject*, QEvent* event) {
+        if (event->type() == QEvent::MouseButtonRelease && OnClick) {
+            // The click comes after the field's own handling of it.
+            QMetaObject::invokeMethod(life_, [this] { Raise(OnClick); }, Qt::QueuedConnection);
+        }
+        if (!OnKeyPress) return false;
+        bool passes = true;
+        for (const uint character : TypedCharacters(event))
+            Raise([&] { passes = OnKeyPress(static_cast<int>(character)) && passes; });
+        return !passes;
+    });
+}
+
+std::string TextBox::Text() const {
+    return FromQt(EditOf(widget_).text());
+}
+
+void TextBox::SetText(const std::string& text) {
+    if (text == Text()) return;
+    {
+        const QSignalBlocker quiet(widget_);
+        EditOf(widget_).setText(ToQt(text));
+        EditOf(widget_).setCursorPosition(0);
+    }
+    if (OnChange) OnChange();
+}
+
+}  // namespace vantrel
