@@ -72,9 +72,7 @@ QAction* EntryNamed(const std::string& name) {
 
 }  // namespace
 
-User::User() {
-    qApp->installEventFilter(this);
-}
+User::User() { qApp->installEventFilter(this); }
 
 User::~User() {
     qApp->removeEventFilter(this);
@@ -97,9 +95,7 @@ QWidget* User::FindControl(const std::string& window, const std::string& control
     return found;
 }
 
-bool User::Sees(const std::string& window) const {
-    return VisibleWindow(window) != nullptr;
-}
+bool User::Sees(const std::string& window) const { return VisibleWindow(window) != nullptr; }
 
 bool User::Sees(const std::string& window, const std::string& control) const {
     const QWidget* found = FindControl(window, control);
@@ -323,17 +319,13 @@ void User::Move(const std::string& window, const std::string& control, int value
 
 // ------------------------------------------------------------------------------------------ what comes up by itself
 
-void User::WhenMessage(const std::string& part, const Action& action) {
-    message_scripts_.push_back({part, action});
-}
+void User::WhenMessage(const std::string& part, const Action& action) { message_scripts_.push_back({part, action}); }
 
 void User::AnswerNo(const std::string& part) {
     message_scripts_.push_back({part, [] {}, true});
 }
 
-void User::WhenShown(const std::string& window, const Action& action) {
-    window_scripts_.push_back({window, action});
-}
+void User::WhenShown(const std::string& window, const Action& action) { window_scripts_.push_back({window, action}); }
 
 std::optional<User::Script> User::Take(std::deque<Script>& scripts, const std::function<bool(const Script&)>& fits) {
     const auto found = std::ranges::find_if(scripts, fits);
@@ -347,7 +339,8 @@ bool User::eventFilter(QObject* on, QEvent* event) {
     auto* window = event->type() == QEvent::Show ? qobject_cast<QWidget*>(on) : nullptr;
     if (window && window->isWindow() && window->windowType() != Qt::Popup && window->windowType() != Qt::ToolTip) {
         const QPointer<QWidget> kept = window;
-        QMetaObject::invokeMethod(this, [this, kept] { Appeared(kept); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this, kept] { Appeared(kept); }, Qt::QueuedConnection);
     }
     return false;
 }
@@ -369,7 +362,7 @@ void User::Appeared(const QPointer<QWidget>& window) {
         files_.pop_front();
         if (answer.empty()) return files->reject();
         files->selectFile(ToQt(answer));
-        files->done(QDialog::Accepted);
+        static_cast<QDialog*>(files)->accept();
     } else {
         WindowAppeared(window);
     }
@@ -379,8 +372,7 @@ void User::MessageAppeared(QMessageBox& box) {
     const QPointer<QMessageBox> kept = &box;
     const std::string text = FromQt(box.text());
     messages_.push_back(text);
-    const auto script =
-        Take(message_scripts_, [&](const Script& it) { return text.find(it.on) != std::string::npos; });
+    const auto script = Take(message_scripts_, [&](const Script& it) { return text.find(it.on) != std::string::npos; });
     if (script) script->action();
     if (!kept) return;
     const bool no = script && script->no;
@@ -389,7 +381,7 @@ void User::MessageAppeared(QMessageBox& box) {
     if (button)
         button->click();
     else
-        CloseLeftOpen(kept.data(), "lacks the button");
+        CloseLeftOpen(QPointer<QWidget>(kept.data()), "lacks the button");
 }
 
 void User::WindowAppeared(const QPointer<QWidget>& window) {
@@ -402,7 +394,8 @@ void User::WindowAppeared(const QPointer<QWidget>& window) {
 
 // Twice by its close box; if that does not help, by force.
 void User::CloseLeftOpen(const QPointer<QWidget>& window, const std::string& why) {
-    ADD_FAILURE() << "window " << FromQt(window->objectName()) << " \"" << FromQt(window->windowTitle()) << "\" " << why;
+    ADD_FAILURE() << "window " << FromQt(window->objectName()) << " \"" << FromQt(window->windowTitle()) << "\" "
+                  << why;
     if (auto* dialog = qobject_cast<QDialog*>(window)) return dialog->reject();
     for (int i = 0; i < 2 && window && window->isVisible(); ++i) window->close();
     if (!window || !window->isVisible()) return;

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-class QDialog;
+class QMessageBox;
 class QWidget;
 
 namespace vantrel {
@@ -107,7 +107,7 @@ private:
     QWidget* Usable(const std::string& window) const;
     QWidget* Usable(const std::string& window, const std::string& control) const;
     void Appeared(const QPointer<QWidget>& window);
-    void MessageAppeared(class QMessageBox& box);
+    void MessageAppeared(QMessageBox& box);
     void WindowAppeared(const QPointer<QWidget>& window);
     void CloseLeftOpen(const QPointer<QWidget>& window, const std::string& why);
     static std::optional<Script> Take(std::deque<Script>& scripts, const std::function<bool(const Script&)>& fits);

@@ -84,9 +84,7 @@ void ExitNow(int status) {
     std::_Exit(status);
 }
 
-void End() {
-    ExitNow(0);
-}
+void End() { ExitNow(0); }
 
 void DoEvents() {
     constexpr int kAtMostMs = 100;  // events that keep making new ones must not hold the caller for ever
@@ -113,17 +111,11 @@ Colour ShowColor(Colour start) {
     return RunDialog(dialog) == QDialog::Accepted ? FromQt(dialog.selectedColor()) : start;
 }
 
-Colour ButtonFace() {
-    return FromQt(QApplication::palette().color(QPalette::Button));
-}
+Colour ButtonFace() { return FromQt(QApplication::palette().color(QPalette::Button)); }
 
-BusyCursor::BusyCursor() {
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-}
+BusyCursor::BusyCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
 
-BusyCursor::~BusyCursor() {
-    QGuiApplication::restoreOverrideCursor();
-}
+BusyCursor::~BusyCursor() { QGuiApplication::restoreOverrideCursor(); }
 
 void PlaceOver(QWidget* window, const QWidget* owner) {
     const QScreen* screen = owner ? owner->screen() : QGuiApplication::primaryScreen();

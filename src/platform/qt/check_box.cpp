@@ -26,9 +26,7 @@ protected:
     bool hitButton(const QPoint& at) const override { return rect().contains(at); }
 };
 
-CheckWidget& CheckOf(QWidget* widget) {
-    return *static_cast<CheckWidget*>(widget);
-}
+CheckWidget& CheckOf(QWidget* widget) { return *static_cast<CheckWidget*>(widget); }
 
 }  // namespace
 
@@ -39,9 +37,7 @@ CheckBox::CheckBox(const Place& place, const std::string& name, const Box& box, 
     QObject::connect(&CheckOf(widget_), &QCheckBox::toggled, life_, [this] { Raise(OnClick); });
 }
 
-int CheckBox::Value() const {
-    return CheckOf(widget_).isChecked() ? 1 : 0;
-}
+int CheckBox::Value() const { return CheckOf(widget_).isChecked() ? 1 : 0; }
 
 void CheckBox::SetValue(int value) {
     if (value == Value()) return;
@@ -52,9 +48,7 @@ void CheckBox::SetValue(int value) {
     if (OnClick) OnClick();
 }
 
-std::string CheckBox::Caption() const {
-    return FromCaption(CheckOf(widget_).text());
-}
+std::string CheckBox::Caption() const { return FromCaption(CheckOf(widget_).text()); }
 
 void CheckBox::SetCaption(const std::string& caption) {
     CheckOf(widget_).setText(ToCaption(caption));

@@ -101,13 +101,9 @@ void ComboBox::AddItem(const std::string& entry) {
     combo_->SetIndexOnly(ListIndex());
 }
 
-int ComboBox::ListCount() const {
-    return combo_->count();
-}
+int ComboBox::ListCount() const { return combo_->count(); }
 
-std::string ComboBox::List(int i) const {
-    return FromQt(combo_->itemText(i));
-}
+std::string ComboBox::List(int i) const { return FromQt(combo_->itemText(i)); }
 
 int ComboBox::ListIndex() const {
     const QString text = combo_->lineEdit()->text();
@@ -125,9 +121,7 @@ void ComboBox::SetListIndex(int i) {
     if (OnClick) OnClick();
 }
 
-std::string ComboBox::Text() const {
-    return FromQt(combo_->lineEdit()->text());
-}
+std::string ComboBox::Text() const { return FromQt(combo_->lineEdit()->text()); }
 
 void ComboBox::SetText(const std::string& text) {
     if (text == Text()) return;
@@ -136,8 +130,6 @@ void ComboBox::SetText(const std::string& text) {
     if (OnChange) OnChange();
 }
 
-void ComboBox::Select(int start, int length) {
-    combo_->lineEdit()->setSelection(start, length);
-}
+void ComboBox::Select(int start, int length) { combo_->lineEdit()->setSelection(start, length); }
 
 }  // namespace vantrel

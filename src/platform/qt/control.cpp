@@ -82,13 +82,9 @@ void Control::SetVisible(bool visible) {
     widget_->setVisible(visible);
 }
 
-std::string Control::ToolTipText() const {
-    return FromQt(widget_->toolTip());
-}
+std::string Control::ToolTipText() const { return FromQt(widget_->toolTip()); }
 
-void Control::SetToolTipText(const std::string& text) {
-    widget_->setToolTip(ToQt(text));
-}
+void Control::SetToolTipText(const std::string& text) { widget_->setToolTip(ToQt(text)); }
 
 Colour Control::BackColor() const {
     return has_back_color_ ? back_color_ : FromQt(widget_->palette().color(BackgroundOf(widget_)));
@@ -100,12 +96,10 @@ void Control::SetBackColor(Colour colour) {
     QPalette colours = widget_->palette();
     colours.setColor(BackgroundOf(widget_), ToQt(colour));
     widget_->setPalette(colours);
-    widget_->setAutoFillBackground(true);
+    widget_->setAutoFillBackground(BackgroundOf(widget_) == QPalette::Window);  // a field draws its own
     widget_->setProperty("BackColor", ToQt(colour));
 }
 
-void Control::SetFocus() {
-    widget_->setFocus(Qt::OtherFocusReason);
-}
+void Control::SetFocus() { widget_->setFocus(Qt::OtherFocusReason); }
 
 }  // namespace vantrel

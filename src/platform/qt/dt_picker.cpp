@@ -122,9 +122,7 @@ private:
     int typed_ = -1;  // the first digit of an hour, waiting for the second
 };
 
-QDateTimeEdit& PickerOf(QWidget* widget) {
-    return *static_cast<QDateTimeEdit*>(widget);
-}
+QDateTimeEdit& PickerOf(QWidget* widget) { return *static_cast<QDateTimeEdit*>(widget); }
 
 }  // namespace
 
@@ -133,9 +131,7 @@ DTPicker::DTPicker(const Place& place, const std::string& name, const Box& box, 
     widget_->setAccessibleName(ToQt(name));
 }
 
-DateTime DTPicker::Value() const {
-    return {PickerOf(widget_).dateTime().toSecsSinceEpoch() * 1000};
-}
+DateTime DTPicker::Value() const { return {PickerOf(widget_).dateTime().toSecsSinceEpoch() * 1000}; }
 
 void DTPicker::SetValue(DateTime value) {
     const std::int64_t seconds = value.ms / 1000 - (value.ms % 1000 < 0 ? 1 : 0);

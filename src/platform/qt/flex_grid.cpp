@@ -14,9 +14,7 @@ namespace {
 constexpr float kColWidth = 960;   // twips, as long as nobody gives another
 constexpr float kRowHeight = 240;  // twips
 
-std::size_t Index(int i) {
-    return static_cast<std::size_t>(i);
-}
+std::size_t Index(int i) { return static_cast<std::size_t>(i); }
 
 /// Gives the sections from `first` on the sizes of `sizes` in pixels. Edges are rounded, not sizes, so that a hundred
 /// columns end where their sum ends.
@@ -45,11 +43,12 @@ MSFlexGrid::MSFlexGrid(const Place& place, const std::string& name, const Box& b
     view_->verticalHeader()->setDefaultSectionSize(ToPixels(kRowHeight));
     view_->setAccessibleName(ToQt(name));
     SetFixed(fixed_rows, fixed_cols);
-    QObject::connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, life_, [this](const QModelIndex& to) {
-        if (!to.isValid() || cells_->IsFixed(to.row(), to.column())) return;
-        row_ = to.row();
-        col_ = to.column();
-    });
+    QObject::connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, life_,
+                     [this](const QModelIndex& to) {
+                         if (!to.isValid() || cells_->IsFixed(to.row(), to.column())) return;
+                         row_ = to.row();
+                         col_ = to.column();
+                     });
     QObject::connect(view_, &GridView::Clicked, life_, [this](int row, int col) {
         mouse_row_ = row;
         mouse_col_ = col;
@@ -69,9 +68,7 @@ void MSFlexGrid::CheckCol(int col) const {
     if (col < 0 || col >= Cols()) throw RunTimeError(kGridCol);
 }
 
-int MSFlexGrid::Rows() const {
-    return cells_->rowCount();
-}
+int MSFlexGrid::Rows() const { return cells_->rowCount(); }
 
 void MSFlexGrid::SetRows(int rows) {
     if (rows < 0) throw RunTimeError(kGridRow);
@@ -82,9 +79,7 @@ void MSFlexGrid::SetRows(int rows) {
     row_ = std::min(row_, rows - 1);
 }
 
-int MSFlexGrid::Cols() const {
-    return cells_->columnCount();
-}
+int MSFlexGrid::Cols() const { return cells_->columnCount(); }
 
 void MSFlexGrid::SetCols(int cols) {
     if (cols < 0) throw RunTimeError(kGridCol);
@@ -94,13 +89,9 @@ void MSFlexGrid::SetCols(int cols) {
     col_ = std::min(col_, cols - 1);
 }
 
-int MSFlexGrid::FixedRows() const {
-    return cells_->fixed_rows;
-}
+int MSFlexGrid::FixedRows() const { return cells_->fixed_rows; }
 
-int MSFlexGrid::FixedCols() const {
-    return cells_->fixed_cols;
-}
+int MSFlexGrid::FixedCols() const { return cells_->fixed_cols; }
 
 void MSFlexGrid::SetFixed(int fixed_rows, int fixed_cols) {
     cells_->fixed_rows = fixed_rows;
@@ -108,31 +99,23 @@ void MSFlexGrid::SetFixed(int fixed_rows, int fixed_cols) {
     view_->Refresh();
 }
 
-int MSFlexGrid::Row() const {
-    return row_;
-}
+int MSFlexGrid::Row() const { return row_; }
 
 void MSFlexGrid::SetRow(int row) {
     CheckRow(row);
     row_ = row;
 }
 
-int MSFlexGrid::Col() const {
-    return col_;
-}
+int MSFlexGrid::Col() const { return col_; }
 
 void MSFlexGrid::SetCol(int col) {
     CheckCol(col);
     col_ = col;
 }
 
-std::string MSFlexGrid::Text() const {
-    return TextMatrix(row_, col_);
-}
+std::string MSFlexGrid::Text() const { return TextMatrix(row_, col_); }
 
-void MSFlexGrid::SetText(const std::string& text) {
-    SetTextMatrix(row_, col_, text);
-}
+void MSFlexGrid::SetText(const std::string& text) { SetTextMatrix(row_, col_, text); }
 
 Colour MSFlexGrid::CellBackColor() const {
     CheckRow(row_);
@@ -159,9 +142,7 @@ void MSFlexGrid::SetTextMatrix(int row, int col, const std::string& text) {
     cells_->SetText(row, col, text);
 }
 
-void MSFlexGrid::Clear() {
-    cells_->Clear();
-}
+void MSFlexGrid::Clear() { cells_->Clear(); }
 
 void MSFlexGrid::SetRowPosition(int row, int to) {
     CheckRow(row);

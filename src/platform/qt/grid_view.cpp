@@ -69,9 +69,7 @@ GridView::GridView(GridModel* model) : cells_(model) {
     verticalScrollBar()->setSingleStep(16);
 }
 
-void GridView::Refresh() {
-    viewport()->update();
-}
+void GridView::Refresh() { viewport()->update(); }
 
 void GridView::SetMergeRow(int row, bool merge) {
     const auto at = static_cast<std::size_t>(row);

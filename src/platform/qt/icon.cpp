@@ -7,9 +7,7 @@
 #include <memory>
 
 // Resources of a static library are registered by hand, outside any namespace.
-static void RegisterIcons() {
-    Q_INIT_RESOURCE(icons);
-}
+static void RegisterIcons() { Q_INIT_RESOURCE(icons); }
 
 namespace vantrel {
 

@@ -31,9 +31,7 @@ private:
     QFont QApplicationFont() const { return parentWidget() ? parentWidget()->font() : font(); }
 };
 
-LabelWidget& LabelOf(QWidget* widget) {
-    return *static_cast<LabelWidget*>(widget);
-}
+LabelWidget& LabelOf(QWidget* widget) { return *static_cast<LabelWidget*>(widget); }
 
 }  // namespace
 
@@ -51,9 +49,7 @@ Label::Label(const Place& place, const std::string& name, const Box& box, const 
     widget_->setAttribute(Qt::WA_NoMousePropagation);
 }
 
-std::string Label::Caption() const {
-    return FromQt(LabelOf(widget_).text());
-}
+std::string Label::Caption() const { return FromQt(LabelOf(widget_).text()); }
 
 void Label::SetCaption(const std::string& caption) {
     LabelOf(widget_).setText(ToQt(caption));

@@ -11,9 +11,7 @@ namespace vantrel {
 
 namespace {
 
-QMenuBar& BarOf(Window& window) {
-    return *FrameOf(window.ClientArea()->parentWidget()).MenuBar();
-}
+QMenuBar& BarOf(Window& window) { return *FrameOf(window.ClientArea()->parentWidget()).MenuBar(); }
 
 /// A new entry at the end of a menu or a menu bar.
 QAction* AddEntry(QWidget* menu, const std::string& name, const std::string& caption) {
@@ -46,9 +44,7 @@ MenuItem::MenuItem(Window& window, const std::string& name, const std::string& c
     Wire();
 }
 
-MenuItem::~MenuItem() {
-    delete life_;
-}
+MenuItem::~MenuItem() { delete life_; }
 
 void MenuItem::Wire() {
     QObject::connect(action_, &QAction::triggered, life_, [this] {
@@ -56,12 +52,8 @@ void MenuItem::Wire() {
     });
 }
 
-bool MenuItem::Enabled() const {
-    return action_->isEnabled();
-}
+bool MenuItem::Enabled() const { return action_->isEnabled(); }
 
-void MenuItem::SetEnabled(bool enabled) {
-    action_->setEnabled(enabled);
-}
+void MenuItem::SetEnabled(bool enabled) { action_->setEnabled(enabled); }
 
 }  // namespace vantrel

@@ -37,8 +37,7 @@ public:
             Walk(line.x0, line.x1, line.y0, dx == 0 ? 0 : dy / dx, image_.width(),
                  [&](int x, int y) { Dot(x, y, line.colour); });
         else
-            Walk(line.y0, line.y1, line.x0, dx / dy, image_.height(),
-                 [&](int y, int x) { Dot(x, y, line.colour); });
+            Walk(line.y0, line.y1, line.x0, dx / dy, image_.height(), [&](int y, int x) { Dot(x, y, line.colour); });
     }
 
 private:
@@ -133,13 +132,9 @@ private:
     std::size_t drawn_ = 0;  // lines that are on the canvas
 };
 
-PlotWidget& PlotOf(QWidget* widget) {
-    return *static_cast<PlotWidget*>(widget);
-}
+PlotWidget& PlotOf(QWidget* widget) { return *static_cast<PlotWidget*>(widget); }
 
-double NearestPixel(float twips) {
-    return std::round(static_cast<double>(twips) / kTwipsPerPixel);
-}
+double NearestPixel(float twips) { return std::round(static_cast<double>(twips) / kTwipsPerPixel); }
 
 float Finite(float value) {
     if (!std::isfinite(value)) throw RunTimeError(kOverflow);
@@ -151,17 +146,11 @@ float Finite(float value) {
 PictureBox::PictureBox(const Place& place, const std::string& name, const Box& box, const Drawing& background)
     : Control(place, name, box, new PlotWidget(background)) {}
 
-void PictureBox::Cls() {
-    PlotOf(widget_).Cls();
-}
+void PictureBox::Cls() { PlotOf(widget_).Cls(); }
 
-float PictureBox::CurrentX() const {
-    return PlotOf(widget_).x;
-}
+float PictureBox::CurrentX() const { return PlotOf(widget_).x; }
 
-float PictureBox::CurrentY() const {
-    return PlotOf(widget_).y;
-}
+float PictureBox::CurrentY() const { return PlotOf(widget_).y; }
 
 void PictureBox::SetCurrent(float x, float y) {
     PlotOf(widget_).x = x;

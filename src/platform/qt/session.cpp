@@ -52,7 +52,8 @@ void WatchSignals() {}
 
 void WatchSessionEnd() {
     WatchSignals();
-    QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp, [] { EndSession(); }, Qt::DirectConnection);
+    QObject::connect(
+        qApp, &QGuiApplication::commitDataRequest, qApp, [] { EndSession(); }, Qt::DirectConnection);
     WatchEvents(qApp, qApp, [](QObject* on, QEvent* event) {
         if (on != qApp || event->type() != QEvent::Quit) return false;
         EndSession();

@@ -18,9 +18,7 @@ QTabWidget* MakeTabs(const std::vector<std::string>& captions) {
     return tabs;
 }
 
-QTabWidget& TabsOf(QWidget* widget) {
-    return *static_cast<QTabWidget*>(widget);
-}
+QTabWidget& TabsOf(QWidget* widget) { return *static_cast<QTabWidget*>(widget); }
 
 /// The tab strip, once it is sure that it has page `page`.
 QTabWidget& WithPage(QWidget* widget, int page) {
@@ -34,25 +32,15 @@ QTabWidget& WithPage(QWidget* widget, int page) {
 SSTab::SSTab(const Place& place, const std::string& name, const Box& box, const std::vector<std::string>& captions)
     : Control(place, name, box, MakeTabs(captions)) {}
 
-int SSTab::Tab() const {
-    return TabsOf(widget_).currentIndex();
-}
+int SSTab::Tab() const { return TabsOf(widget_).currentIndex(); }
 
-void SSTab::SetTab(int page) {
-    WithPage(widget_, page).setCurrentIndex(page);
-}
+void SSTab::SetTab(int page) { WithPage(widget_, page).setCurrentIndex(page); }
 
-bool SSTab::TabVisible(int page) const {
-    return WithPage(widget_, page).isTabVisible(page);
-}
+bool SSTab::TabVisible(int page) const { return WithPage(widget_, page).isTabVisible(page); }
 
-void SSTab::SetTabVisible(int page, bool visible) {
-    WithPage(widget_, page).setTabVisible(page, visible);
-}
+void SSTab::SetTabVisible(int page, bool visible) { WithPage(widget_, page).setTabVisible(page, visible); }
 
-std::string SSTab::TabCaption(int page) const {
-    return FromCaption(WithPage(widget_, page).tabText(page));
-}
+std::string SSTab::TabCaption(int page) const { return FromCaption(WithPage(widget_, page).tabText(page)); }
 
 void SSTab::SetTabCaption(int page, const std::string& caption) {
     WithPage(widget_, page).setTabText(page, ToCaption(caption));

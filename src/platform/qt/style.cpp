@@ -74,7 +74,8 @@ private:
         painter.setPen(focused ? colours.color(QPalette::Highlight) : colours.color(QPalette::Mid));
         painter.setBrush(colours.brush(QPalette::Base));
         painter.drawRect(combo.rect.adjusted(0, 0, -1, -1));
-        painter.fillRect(arrow, pressed ? colours.color(QPalette::Midlight).darker(115) : colours.color(QPalette::Button));
+        painter.fillRect(arrow,
+                         pressed ? colours.color(QPalette::Midlight).darker(115) : colours.color(QPalette::Button));
         painter.restore();
         QStyleOption mark = combo;
         mark.rect = QRect(0, 0, 9, 9);

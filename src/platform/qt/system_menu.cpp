@@ -26,8 +26,7 @@ public:
 private:
     bool Has(Entry entry) const { return std::ranges::count(entries_, entry) > 0; }
 
-    inline static const std::vector<Entry> kAll = {kRestore,  kMove,      kSize, kMinimize,
-                                                   kMaximize, kSeparator, kClose};
+    inline static const std::vector<Entry> kAll = {kRestore, kMove, kSize, kMinimize, kMaximize, kSeparator, kClose};
     std::vector<Entry> entries_ = kAll;
 };
 
@@ -37,16 +36,12 @@ SystemMenu* GetSystemMenu(Window& window, bool revert) {
     return &menu;
 }
 
-int GetMenuItemCount(const SystemMenu* menu) {
-    return menu ? menu->Count() : 0;
-}
+int GetMenuItemCount(const SystemMenu* menu) { return menu ? menu->Count() : 0; }
 
 void RemoveMenu(SystemMenu* menu, int position, int flags) {
     if (menu && flags == kMfByPositionRemove) menu->Remove(position);
 }
 
-void DrawMenuBar(Window& window) {
-    SystemMenu::Redraw(window);
-}
+void DrawMenuBar(Window& window) { SystemMenu::Redraw(window); }
 
 }  // namespace vantrel

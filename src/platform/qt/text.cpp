@@ -26,9 +26,7 @@ QString WithStrayBytes(const std::string& text) {
     return out;
 }
 
-bool IsStrayByte(QChar c) {
-    return c.unicode() >= kStrayByte + 0x80 && c.unicode() <= kStrayByte + 0xFF;
-}
+bool IsStrayByte(QChar c) { return c.unicode() >= kStrayByte + 0x80 && c.unicode() <= kStrayByte + 0xFF; }
 
 }  // namespace
 
@@ -50,12 +48,8 @@ std::string FromQt(const QString& text) {
     return out + text.sliced(from).toStdString();
 }
 
-QString ToCaption(const std::string& text) {
-    return ToQt(text).replace('&', "&&");
-}
+QString ToCaption(const std::string& text) { return ToQt(text).replace('&', "&&"); }
 
-std::string FromCaption(const QString& caption) {
-    return FromQt(QString(caption).replace("&&", "&"));
-}
+std::string FromCaption(const QString& caption) { return FromQt(QString(caption).replace("&&", "&")); }
 
 }  // namespace vantrel

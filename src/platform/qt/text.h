@@ -11,8 +11,8 @@
 
 namespace vantrel {
 
-/// UTF-8 to Qt's text. A byte that is no UTF-8 (an instrument can send any) becomes a lone low surrogate, so that FromQt
-/// gives it back.
+/// UTF-8 to Qt's text. A byte that is no UTF-8 (an instrument can send any) becomes a lone low surrogate, so that
+/// FromQt gives it back.
 QString ToQt(const std::string& text);
 std::string FromQt(const QString& text);
 
@@ -20,18 +20,12 @@ std::string FromQt(const QString& text);
 QString ToCaption(const std::string& text);
 std::string FromCaption(const QString& caption);
 
-inline QColor ToQt(Colour colour) {
-    return {RedOf(colour), GreenOf(colour), BlueOf(colour)};
-}
-inline Colour FromQt(const QColor& colour) {
-    return RGB(colour.red(), colour.green(), colour.blue());
-}
+inline QColor ToQt(Colour colour) { return {RedOf(colour), GreenOf(colour), BlueOf(colour)}; }
+inline Colour FromQt(const QColor& colour) { return RGB(colour.red(), colour.green(), colour.blue()); }
 
 inline constexpr float kTwipsPerPixel = 15;
 
 /// The pixel edge that lies nearest to `twips`.
-inline int ToPixels(double twips) {
-    return static_cast<int>(std::lround(twips / kTwipsPerPixel));
-}
+inline int ToPixels(double twips) { return static_cast<int>(std::lround(twips / kTwipsPerPixel)); }
 
 }  // namespace vantrel

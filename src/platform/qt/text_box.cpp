@@ -26,9 +26,7 @@ QList<uint> TypedCharacters(QEvent* event) {
     return !characters.isEmpty() && QChar::isPrint(characters.front()) ? characters : QList<uint>();
 }
 
-QLineEdit& EditOf(QWidget* widget) {
-    return *static_cast<QLineEdit*>(widget);
-}
+QLineEdit& EditOf(QWidget* widget) { return *static_cast<QLineEdit*>(widget); }
 
 }  // namespace
 
@@ -41,7 +39,8 @@ TextBox::TextBox(const Place& place, const std::string& name, const Box& box, co
     WatchEvents(&edit, life_, [this](QObject*, QEvent* event) {
         if (event->type() == QEvent::MouseButtonRelease && OnClick) {
             // The click comes after the field's own handling of it.
-            QMetaObject::invokeMethod(life_, [this] { Raise(OnClick); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                life_, [this] { Raise(OnClick); }, Qt::QueuedConnection);
         }
         if (!OnKeyPress) return false;
         bool passes = true;
@@ -51,9 +50,7 @@ TextBox::TextBox(const Place& place, const std::string& name, const Box& box, co
     });
 }
 
-std::string TextBox::Text() const {
-    return FromQt(EditOf(widget_).text());
-}
+std::string TextBox::Text() const { return FromQt(EditOf(widget_).text()); }
 
 void TextBox::SetText(const std::string& text) {
     if (text == Text()) return;

@@ -66,9 +66,7 @@ private:
     int minimum_, maximum_, value_;
 };
 
-UpDownWidget& UpDownOf(QWidget* widget) {
-    return *static_cast<UpDownWidget*>(widget);
-}
+UpDownWidget& UpDownOf(QWidget* widget) { return *static_cast<UpDownWidget*>(widget); }
 
 }  // namespace
 
@@ -78,17 +76,11 @@ UpDown::UpDown(const Place& place, const std::string& name, const Box& box, int 
     QObject::connect(&UpDownOf(widget_), &UpDownWidget::Moved, life_, [this] { Raise(OnChange); });
 }
 
-int UpDown::Value() const {
-    return UpDownOf(widget_).Value();
-}
+int UpDown::Value() const { return UpDownOf(widget_).Value(); }
 
-int UpDown::Max() const {
-    return UpDownOf(widget_).Maximum();
-}
+int UpDown::Max() const { return UpDownOf(widget_).Maximum(); }
 
-void UpDown::SetMax(int maximum) {
-    UpDownOf(widget_).SetMaximum(maximum);
-}
+void UpDown::SetMax(int maximum) { UpDownOf(widget_).SetMaximum(maximum); }
 
 }  // namespace vantrel
 

@@ -13,9 +13,7 @@ Window::Window(const std::string& name, const std::string& caption, Size client,
     client_ = frame->ClientArea();
 }
 
-Window::~Window() {
-    FrameOf(frame_).Abandon();
-}
+Window::~Window() { FrameOf(frame_).Abandon(); }
 
 void Window::Adopt(std::weak_ptr<Window> self, Routines routines) {
     self_ = std::move(self);
@@ -39,24 +37,14 @@ void Window::ShowModal() {
     if (Visible()) FrameOf(frame_).WaitUntilGone();
 }
 
-void Window::Hide() {
-    FrameOf(frame_).Vanish();
-}
+void Window::Hide() { FrameOf(frame_).Vanish(); }
 
-void Window::Dismiss() {
-    FrameOf(frame_).Vanish();
-}
+void Window::Dismiss() { FrameOf(frame_).Vanish(); }
 
-bool Window::Visible() const {
-    return frame_->isVisible();
-}
+bool Window::Visible() const { return frame_->isVisible(); }
 
-std::string Window::Caption() const {
-    return FromQt(frame_->windowTitle());
-}
+std::string Window::Caption() const { return FromQt(frame_->windowTitle()); }
 
-void Window::SetCaption(const std::string& caption) {
-    frame_->setWindowTitle(ToQt(caption));
-}
+void Window::SetCaption(const std::string& caption) { frame_->setWindowTitle(ToQt(caption)); }
 
 }  // namespace vantrel

@@ -25,9 +25,7 @@ std::vector<WindowFrame*>& OnScreen() {
 /// The window that was active last, on the screen or not. Only for comparison.
 const Window* last_active = nullptr;
 
-void ForgetOnScreen(WindowFrame* frame) {
-    std::erase(OnScreen(), frame);
-}
+void ForgetOnScreen(WindowFrame* frame) { std::erase(OnScreen(), frame); }
 
 void NoteActive(WindowFrame* frame) {
     ForgetOnScreen(frame);
@@ -35,14 +33,12 @@ void NoteActive(WindowFrame* frame) {
     last_active = frame->Owner();
 }
 
-constexpr Qt::WindowFlags kDialogFlags = Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                                         Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+constexpr Qt::WindowFlags kDialogFlags =
+    Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
 
 }  // namespace
 
-WindowFrame* FrontFrame() {
-    return OnScreen().empty() ? nullptr : OnScreen().back();
-}
+WindowFrame* FrontFrame() { return OnScreen().empty() ? nullptr : OnScreen().back(); }
 
 WindowFrame::WindowFrame(Window* window, const std::string& name, const std::string& caption, Size client,
                          Window::Kind kind)
@@ -138,7 +134,8 @@ void WindowFrame::SetTitleBar(bool closable, bool sizable, bool maximizable) {
     if (IsMain()) setWindowFlag(Qt::WindowMinimizeButtonHint, true);
     setWindowFlag(Qt::WindowMaximizeButtonHint, IsMain() && maximizable);
     setWindowFlag(Qt::WindowCloseButtonHint, closable);
-    if (!sizable) layout()->setSizeConstraint(QLayout::SetFixedSize);
+    if (!sizable)
+        layout()->setSizeConstraint(QLayout::SetFixedSize);
     else if (IsMain()) {
         layout()->setSizeConstraint(QLayout::SetMinimumSize);
         setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);

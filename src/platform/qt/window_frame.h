@@ -60,8 +60,6 @@ private:
 WindowFrame* FrontFrame();
 
 /// The frame behind a window's QWidget.
-inline WindowFrame& FrameOf(QWidget* frame) {
-    return *static_cast<WindowFrame*>(frame);
-}
+inline WindowFrame& FrameOf(QWidget* frame) { return *static_cast<WindowFrame*>(frame); }
 
 }  // namespace vantrel
