@@ -45,8 +45,10 @@ struct Connection;
 struct Rows;
 }  // namespace engine
 
-/// A walk over rows: a set of row ids taken when it is opened, each row read when it is reached. Holds no lock between
-/// two calls. Column names are matched without regard to case. Copies share the one position, as handles do.
+/// A walk over rows: those that are there when it is opened and those that it adds, in stored order, each row read when
+/// it is reached. Stands on the first row at first. A row that someone else deletes meanwhile is stepped over. Holds no
+/// lock between two calls. Column names are matched without regard to case. Copies share the one position, as handles
+/// do. Used after its database's Close: error 3420.
 class Recordset {
 public:
     Recordset() = default;
@@ -55,19 +57,25 @@ public:
     /// Rows reached so far: 0 for an empty set, at least 1 for any other, the true number after MoveLast. Rows that
     /// this recordset deleted do not count.
     std::int64_t RecordCount() const;
+    /// Both are true of an empty set; Eof also behind the last row.
     bool Bof() const;
     bool Eof() const;
+    /// Error 3021 where there is no row to move to; MoveNext from the last row goes behind it, and fails only from
+    /// there.
     void MoveFirst();
     void MoveNext();
     void MoveLast();
 
-    /// Starts a new row; its columns are Null until set. Update stores it behind all rows.
+    /// Starts a new row; its columns are Null until set. Update stores it behind all rows; the current row stays the
+    /// same. A move without Update drops the new row.
     void AddNew();
-    /// Starts a change of the current row. A move without Update drops the change.
+    /// Starts a change of the current row (else error 3021). A move without Update drops the change.
     void Edit();
     /// Stores the new or changed row: one durable commit, on disk when it returns (inside a Transaction: at its end).
+    /// Without AddNew or Edit: error 3020. Full disk: 3026. Locked by another for more than 2 s: 3260. Only the columns
+    /// that were set are written to a changed row; if someone else has deleted it meanwhile: 3021.
     void Update(int update_type = 1, bool force = false);
-    /// Removes the current row. The set stands on no row until the next move.
+    /// Removes the current row (else error 3021). The set stands on no row until the next move.
     void Delete();
 
     /// The column of the row on hand; nullopt for Null. Error 3265 for no such column, 3021 for no current row.
@@ -87,11 +95,15 @@ public:
     Database() = default;
     explicit Database(std::shared_ptr<engine::Connection> connection) : connection_(std::move(connection)) {}
 
-    /// Adds a table (`database.TableDefs.Append(table)`, said in one call).
+    /// Adds a table (`database.TableDefs.Append(table)`, said in one call). One of that name exists: error 3010. A
+    /// field that is no text: 3259.
     void AppendTableDef(const TableDef& table);
-    /// `source`: "select * from <table>" or the same with "where <column>='<text>'"; any case and spacing.
+    /// `source`: "select * from <table>" or the same with "where <column>='<text>'"; any case and spacing;
+    /// else error 3075. No such table: 3078, no such column: 3265. A row of a column that numbers the rows 1, 2, 3 ...
+    /// is found without a scan.
     Recordset OpenRecordset(const std::string& source);
-    /// Ends the access; the database's recordsets end with it. Closing a closed one does nothing; using it raises 3420.
+    /// Ends the access (an open Transaction is committed first); the database's recordsets end with it. Closing a
+    /// closed one does nothing; using it raises 3420.
     void Close();
 
     /// While it lives, all writes on the database are one durable commit, made when it goes (also when an error
@@ -116,9 +128,10 @@ private:
 class DBEngine {
 public:
     /// Makes a new file (`locale` and `option` have no use here) and opens it. A file that exists: error 3204. A
-    /// missing folder: 3044. A name that holds a path separator or that no file name can be: 3055.
+    /// missing folder: 3044. A name that no file can have: 3055. Not permitted: 3051.
     Database CreateDatabase(const std::string& path, const std::string& locale, int option);
-    /// Opens an existing file, shared and writable. Missing: 3024. No database: 3343, and the file stays as it was.
+    /// Opens an existing file, shared and writable. Missing: 3024. No database (an empty file is none): 3343, and the
+    /// file stays as it was. A folder, or file or folder not writable: 3051. Being deleted: 3045. Locked: 3260.
     Database OpenDatabase(const std::string& path, bool options = false, bool read_only = false,
                           const std::string& connect = "");
 };

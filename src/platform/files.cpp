@@ -1,0 +1,95 @@
+#include "platform/files.h"
+
+#include "platform/errors.h"
+#include "platform/open_file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vantrel {
+
+namespace {
+
+constexpr std::string_view kRecordExtension = ".mdb";
+constexpr std::string_view kLongestCompanion = "-journal";  // what the engine sets behind a file's name
+constexpr std::size_t kLongestFileName = 255;
+
+std::string& AppPath() {
+    static std::string path = std::filesystem::read_symlink("/proc/self/exe").parent_path().string();
+    return path;
+}
+
+bool IsNoFileNameCharacter(char c) {
+    constexpr std::string_view kForbidden = "/\\:*?\"<>|";
+    return static_cast<unsigned char>(c) < ' ' || c == '\x7f' || kForbidden.find(c) != std::string_view::npos;
+}
+
+/// Refuses every name with which a path could lead out of its folder or be no file's.
+void CheckFileName(const std::string& name, std::size_t longest) {
+    const bool is_good = !name.empty() && name != "." && name != ".." && name.size() <= longest &&
+                         std::ranges::none_of(name, IsNoFileNameCharacter);
+    if (!is_good) throw RunTimeError(kNotAValidName);
+}
+
+/// Keeps every other program from opening the database at `path` while it is deleted. Raises error 70 if one has it
+/// open.
+class DeletionLock {
+public:
+    explicit DeletionLock(const std::string& path)
+        : descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+        if (descriptor_ < 0) throw RunTimeError(kPermissionDenied);
+        if (flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+            close(descriptor_);
+            throw RunTimeError(kPermissionDenied);
+        }
+    }
+    ~DeletionLock() { close(descriptor_); }
+    DeletionLock(const DeletionLock&) = delete;
+    DeletionLock& operator=(const DeletionLock&) = delete;
+
+private:
+    int descriptor_;
+};
+
+}  // namespace
+
+std::string App_Path() {
+    return AppPath();
+}
+
+void UseAppPath(const std::string& folder) {
+    AppPath() = folder;
+}
+
+std::string DbEntryPath(const std::string& entry) {
+    CheckFileName(entry, kLongestFileName - kLongestCompanion.size());
+    return App_Path() + "/db/" + entry;
+}
+
+std::string RecordFilePath(const std::string& name) {
+    CheckFileName(name, kLongestFileName - kLongestCompanion.size() - kRecordExtension.size());
+    return DbEntryPath(name + std::string(kRecordExtension));
+}
+
+bool FileExists(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+}
+
+void Kill(const std::string& path) {
+    if (!FileExists(path)) throw RunTimeError(kFileNotFound);
+    // Asked first, as the lock below opens and closes the file, which would drop the locks of this program's own use.
+    if (OpenFile::IsHeld(path)) throw RunTimeError(kPermissionDenied);
+    const DeletionLock lock(path);
+    // The database goes before its journal: the other way round a power cut between the two would leave a database
+    // that is half written and cannot be repaired.
+    if (unlink(path.c_str()) != 0) throw RunTimeError(kPermissionDenied);
+    DeleteLeftovers(path);
+}
+
+}  // namespace vantrel

@@ -1,0 +1,226 @@
+#include "platform/sqlite/connection.h"
+
+#include "platform/clock.h"
+#include "platform/errors.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <unistd.h>
+
+namespace vantrel::engine {
+
+namespace {
+
+constexpr int kBusyStepMs = 10;
+constexpr int kBusySteps = 200;  // 2 s in all
+
+char Lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+int ErrorNumberOf(int code) {
+    switch (code & 0xff) {
+        case SQLITE_FULL:
+            return kEngineFull;
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            return kLockedByOther;
+        case SQLITE_NOTADB:
+        case SQLITE_CORRUPT:
+            return kNotADatabase;
+        case SQLITE_READONLY:
+        case SQLITE_PERM:
+            return kReadOnly;
+        case SQLITE_CANTOPEN:
+            return kNoPermission;
+        default:
+            return kEngineOther;
+    }
+}
+
+void Check(int code) {
+    if (code != SQLITE_OK) throw RunTimeError(ErrorNumberOf(code));
+}
+
+/// Called while another has the file locked: nonzero to try again.
+int WaitForLock(void*, int tries) {
+    if (tries >= kBusySteps) return 0;
+    Sleep(kBusyStepMs);
+    return 1;
+}
+
+}  // namespace
+
+bool SameName(std::string_view a, std::string_view b) {
+    return std::ranges::equal(a, b, {}, Lower, Lower);
+}
+
+std::string Quoted(std::string_view name) {
+    std::string quoted = "\"";
+    for (const char c : name) {
+        if (c == '"') quoted += c;
+        quoted += c;
+    }
+    return quoted + '"';
+}
+
+std::size_t Table::ColumnIndex(std::string_view column) const {
+    const auto found = std::ranges::find_if(columns, [&](const std::string& known) { return SameName(known, column); });
+    if (found == columns.end()) throw RunTimeError(kItemNotFound);
+    return static_cast<std::size_t>(found - columns.begin());
+}
+
+Statement::~Statement() {
+    sqlite3_reset(statement_);
+    sqlite3_clear_bindings(statement_);
+}
+
+void Statement::Bind(int parameter, std::int64_t value) {
+    sqlite3_bind_int64(statement_, parameter, value);
+}
+
+void Statement::Bind(int parameter, const Text& value) {
+    if (value)
+        sqlite3_bind_text64(statement_, parameter, value->data(), value->size(), SQLITE_STATIC, SQLITE_UTF8);
+    else
+        sqlite3_bind_null(statement_, parameter);
+}
+
+bool Statement::Step() {
+    const int code = sqlite3_step(statement_);
+    if (code == SQLITE_ROW) return true;
+    if (code != SQLITE_DONE) Check(code);
+    return false;
+}
+
+std::string_view Statement::View(int column) const {
+    const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
+    if (text == nullptr) return {};
+    return {text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
+}
+
+void Statement::Read(int column, Text* value) const {
+    if (IsNull(column)) {
+        value->reset();
+        return;
+    }
+    if (!*value) value->emplace();
+    (*value)->assign(View(column));
+}
+
+Connection::Connection(const std::string& path, bool is_new) : file_(OpenFile::Hold(path)) {
+    if (!is_new) CheckFormat();
+    const std::filesystem::path whole_path = std::filesystem::absolute(path);
+    // The journal lies beside the file: without the right to make one there every write would fail later.
+    if (access(whole_path.parent_path().c_str(), W_OK) != 0) throw RunTimeError(kNoPermission);
+    try {
+        const int opened = sqlite3_open_v2(whole_path.c_str(), &database_, SQLITE_OPEN_READWRITE, nullptr);
+        Check(opened);
+        if (sqlite3_db_readonly(database_, "main") != 0) throw RunTimeError(kNoPermission);
+        Configure();
+        // The first write makes an empty file a database.
+        if (is_new) Run("pragma user_version=1");
+    } catch (...) {
+        Close();
+        throw;
+    }
+}
+
+/// Looked at before the engine touches the file, since the engine takes an empty file for a database and may play a
+/// journal back into any.
+void Connection::CheckFormat() const {
+    constexpr std::string_view kMagic("SQLite format 3\0", 16);
+    constexpr std::size_t kHeaderSize = 100;
+    const std::string header = file_->Read(0, kHeaderSize);
+    if (header.size() < kHeaderSize || !header.starts_with(kMagic)) throw RunTimeError(kNotADatabase);
+}
+
+void Connection::Configure() {
+    sqlite3_busy_handler(database_, WaitForLock, nullptr);
+    sqlite3_db_config(database_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    Run("select count(*) from sqlite_master");  // fails, and writes nothing, if the rest is no database after all
+    {
+        Statement journal = Prepare("pragma journal_mode=delete");
+        if (!journal.Step() || journal.View(0) != "delete") throw RunTimeError(kLockedByOther);
+    }
+    Run("pragma synchronous=extra");
+}
+
+void Connection::Close() noexcept {
+    if (database_ != nullptr) {
+        if (IsInTransaction()) sqlite3_exec(database_, "commit", nullptr, nullptr, nullptr);
+        for (const auto& [sql, statement] : statements_) sqlite3_finalize(statement);
+        statements_.clear();
+        sqlite3_close(database_);
+        database_ = nullptr;
+    }
+    file_.reset();
+}
+
+Statement Connection::Prepare(const std::string& sql) {
+    if (!IsOpen()) throw RunTimeError(kObjectClosed);
+    const auto known = statements_.find(sql);
+    if (known != statements_.end()) return Statement(known->second);
+    sqlite3_stmt* statement = nullptr;
+    const int length = static_cast<int>(sql.size());
+    Check(sqlite3_prepare_v3(database_, sql.data(), length, SQLITE_PREPARE_PERSISTENT, &statement, nullptr));
+    statements_.emplace(sql, statement);
+    return Statement(statement);
+}
+
+void Connection::Rollback() noexcept {
+    if (IsInTransaction()) sqlite3_exec(database_, "rollback", nullptr, nullptr, nullptr);
+}
+
+Text Connection::StoredName(std::string_view name) {
+    const Text wanted(name);
+    Text stored;
+    Statement find = Prepare("select name from sqlite_master where type='table' and name=?1 collate nocase");
+    find.Bind(1, wanted);
+    if (find.Step()) find.Read(0, &stored);
+    return stored;
+}
+
+bool Connection::HasTable(std::string_view name) {
+    return StoredName(name).has_value();
+}
+
+std::shared_ptr<const Table> Connection::FindTable(std::string_view name) {
+    for (const auto& table : tables_)
+        if (SameName(table->name, name)) return table;
+
+    const Text stored_name = StoredName(name);
+    if (!stored_name) throw RunTimeError(kTableMissing);
+    auto table = std::make_shared<Table>();
+    table->name = *stored_name;
+    Statement describe = Prepare("select name from pragma_table_info(?1)");
+    describe.Bind(1, stored_name);
+    std::string names;
+    std::string places;
+    while (describe.Step()) {
+        table->columns.emplace_back(describe.View(0));
+        const std::string comma = names.empty() ? "" : ",";
+        names += comma + Quoted(table->columns.back());
+        places += comma + "?" + std::to_string(table->columns.size());
+    }
+    const std::string quoted = Quoted(table->name);
+    table->first_row =
+        "select _rowid_," + names + " from " + quoted + " where _rowid_ between ?1 and ?2 order by _rowid_";
+    table->last_row = table->first_row + " desc limit 1";
+    table->first_row += " limit 1";
+    table->add_row = "insert into " + quoted + "(" + names + ") values(" + places + ")";
+    tables_.push_back(table);
+    return table;
+}
+
+ReadScope::ReadScope(Connection& connection) {
+    if (connection.IsInTransaction()) return;
+    connection.Run("begin");
+    connection_ = &connection;
+}
+
+ReadScope::~ReadScope() {
+    if (connection_ != nullptr) connection_->Rollback();  // nothing was written
+}
+
+}  // namespace vantrel::engine

@@ -1,0 +1,167 @@
+#include "platform/dbengine.h"
+
+#include "platform/sqlite/rows.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <filesystem>
+#include <unistd.h>
+
+namespace vantrel {
+
+namespace {
+
+template <class T>
+T& Opened(const std::shared_ptr<T>& object) {
+    if (object == nullptr) throw RunTimeError(kObjectClosed);
+    return *object;
+}
+
+std::string TextOf(const FieldInput& value) {
+    if (const auto* number = std::get_if<double>(&value)) return Str(*number);
+    if (const auto* date = std::get_if<DateTime>(&value)) return DateText(*date);
+    return std::get<std::string>(value);
+}
+
+int CreationFault(int error) {
+    switch (error) {
+        case EEXIST:
+            return kFileExists;
+        case ENOENT:
+        case ENOTDIR:
+            return kNotAValidPath;
+        case ENAMETOOLONG:
+        case EINVAL:
+            return kNotAValidName;
+        case ENOSPC:
+        case EDQUOT:
+            return kEngineFull;
+        default:
+            return kNoPermission;
+    }
+}
+
+/// Makes an empty file where none was.
+void MakeFile(const std::string& path) {
+    const std::string name = std::filesystem::path(path).filename();
+    const bool is_a_name = !name.empty() && name != "." && name != ".." && path.find('\0') == std::string::npos;
+    if (!is_a_name) throw RunTimeError(kNotAValidName);
+    const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (descriptor < 0) throw RunTimeError(CreationFault(errno));
+    close(descriptor);
+}
+
+}  // namespace
+
+std::int64_t Recordset::RecordCount() const {
+    return Opened(rows_).RecordCount();
+}
+bool Recordset::Bof() const {
+    return Opened(rows_).Bof();
+}
+bool Recordset::Eof() const {
+    return Opened(rows_).Eof();
+}
+void Recordset::MoveFirst() {
+    Opened(rows_).MoveFirst();
+}
+void Recordset::MoveNext() {
+    Opened(rows_).MoveNext();
+}
+void Recordset::MoveLast() {
+    Opened(rows_).MoveLast();
+}
+void Recordset::AddNew() {
+    Opened(rows_).AddNew();
+}
+void Recordset::Edit() {
+    Opened(rows_).Edit();
+}
+void Recordset::Update(int, bool) {
+    Opened(rows_).Update();
+}
+void Recordset::Delete() {
+    Opened(rows_).Delete();
+}
+
+std::optional<std::string> Recordset::Value(const std::string& column) const {
+    return Opened(rows_).Value(column);
+}
+
+std::string Recordset::Text(const std::string& column) const {
+    const std::optional<std::string>& value = Opened(rows_).Value(column);
+    if (!value) throw RunTimeError(kInvalidNull);
+    return *value;
+}
+
+void Recordset::Set(const std::string& column, const FieldInput& value) {
+    Opened(rows_).Set(column, TextOf(value));
+}
+
+void Database::AppendTableDef(const TableDef& table) {
+    engine::Connection& connection = Opened(connection_);
+    if (connection.HasTable(table.Name)) throw RunTimeError(kTableExists);
+    std::string columns;
+    for (const Field& field : table.Fields.All()) {
+        if (field.Type != kDbText) throw RunTimeError(kFieldType);
+        columns += (columns.empty() ? "" : ",") + engine::Quoted(field.Name) + " TEXT";
+    }
+    connection.Run("create table " + engine::Quoted(table.Name) + "(" + columns + ")");
+}
+
+Recordset Database::OpenRecordset(const std::string& source) {
+    if (!Opened(connection_).IsOpen()) throw RunTimeError(kObjectClosed);
+    return Recordset(std::make_shared<engine::Rows>(connection_, engine::ParseSource(source)));
+}
+
+void Database::Close() {
+    if (connection_ != nullptr) connection_->Close();
+}
+
+Database::Transaction::Transaction(const Database& database) {
+    engine::Connection& connection = Opened(database.connection_);
+    if (connection.IsInTransaction()) return;  // part of the one that is under way
+    connection.Run("begin");
+    connection_ = database.connection_;
+}
+
+void Database::Transaction::Commit() {
+    const auto connection = std::move(connection_);
+    if (connection == nullptr || !connection->IsInTransaction()) return;
+    try {
+        connection->Run("commit");
+    } catch (const RunTimeError&) {
+        connection->Rollback();
+        throw;
+    }
+}
+
+Database::Transaction::~Transaction() {
+    try {
+        Commit();
+    } catch (const RunTimeError&) {
+        // An error is unwinding already, or nobody is left to tell.
+    }
+}
+
+Database DBEngine::CreateDatabase(const std::string& path, const std::string&, int) {
+    MakeFile(path);
+    DeleteLeftovers(path);
+    try {
+        return Database(std::make_shared<engine::Connection>(path, true));
+    } catch (const RunTimeError&) {
+        unlink(path.c_str());  // half a database would stand in the way of the next attempt
+        throw;
+    }
+}
+
+Database DBEngine::OpenDatabase(const std::string& path, bool, bool, const std::string&) {
+    return Database(std::make_shared<engine::Connection>(path, false));
+}
+
+DBEngine& TheDBEngine() {
+    static DBEngine engine;
+    return engine;
+}
+
+}  // namespace vantrel

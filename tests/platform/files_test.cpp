@@ -1,0 +1,168 @@
+#include "platform/files.h"
+
+#include "platform/dbengine.h"
+#include "support/child_process.h"
+#include "support/errors.h"
+#include "support/temp_folder.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace vantrel {
+namespace {
+
+TEST(App_Path, Is_the_folder_of_the_program_file) {
+    EXPECT_EQ(App_Path(), std::filesystem::canonical("/proc/self/exe").parent_path().string());
+}
+
+TEST(App_Path, Can_be_another_folder_for_a_test) {
+    UseAppPath("/somewhere");
+    EXPECT_EQ(App_Path(), "/somewhere");
+}
+
+TEST(RecordFilePath, Leads_into_the_folder_db_of_the_program) {
+    UseAppPath("/somewhere");
+    EXPECT_EQ(RecordFilePath("Record3"), "/somewhere/db/Record3.mdb");
+    EXPECT_EQ(RecordFilePath(" my Record.x "), "/somewhere/db/ my Record.x .mdb");
+}
+
+TEST(RecordFilePath, Refuses_a_name_that_could_lead_elsewhere) {
+    for (const char* name : {"/Record", "Record/1", "../Record", "..\\Record", "Record\\1", "", ".", ".."})
+        EXPECT_EQ(ErrorOf([&] { RecordFilePath(name); }), kNotAValidName) << name;
+}
+
+TEST(RecordFilePath, Refuses_characters_that_no_file_name_can_hold) {
+    for (const char* name :
+         {"Record\n", "Record:1", "Record*", "Record?", "Record\"", "<Record>", "Record|1", "\tRecord"})
+        EXPECT_EQ(ErrorOf([&] { RecordFilePath(name); }), kNotAValidName) << name;
+    EXPECT_EQ(ErrorOf([] { RecordFilePath(std::string("Record\0", 7)); }), kNotAValidName);
+}
+
+TEST(RecordFilePath, Takes_a_name_as_long_as_file_and_journal_can_have_and_no_longer) {
+    const TempAppFolder folder;
+    const std::string longest(243, 'R');
+    Database database = TheDBEngine().CreateDatabase(RecordFilePath(longest), "", 0);
+    TableDef table;
+    table.Name = "DATA";
+    table.Fields.Append({"NUM"});
+    database.AppendTableDef(table);
+    EXPECT_EQ(ErrorOf([&] { RecordFilePath(longest + "R"); }), kNotAValidName);
+}
+
+TEST(DbEntryPath, Leads_to_an_entry_of_the_folder_db_and_nowhere_else) {
+    UseAppPath("/somewhere");
+    EXPECT_EQ(DbEntryPath("Record3.mdb"), "/somewhere/db/Record3.mdb");
+    for (const char* entry : {"../Record3.mdb", "x/Record3.mdb", "..\\Rec.mdb", "", ".", ".."})
+        EXPECT_EQ(ErrorOf([&] { DbEntryPath(entry); }), kNotAValidName) << entry;
+}
+
+TEST(FileExists, Finds_files_of_any_kind) {
+    const TempFolder folder;
+    WriteFileBytes(folder / "plain", "x");
+    WriteFileBytes(folder / ".hidden", "");
+    WriteFileBytes(folder / "read-only", "x");
+    std::filesystem::permissions(folder / "read-only", std::filesystem::perms::owner_read);
+    EXPECT_TRUE(FileExists(folder / "plain"));
+    EXPECT_TRUE(FileExists(folder / ".hidden"));
+    EXPECT_TRUE(FileExists(folder / "read-only"));
+}
+
+TEST(FileExists, Takes_no_folder_and_no_missing_file_for_a_file) {
+    const TempFolder folder;
+    EXPECT_FALSE(FileExists(folder.Path()));
+    EXPECT_FALSE(FileExists(folder / "missing"));
+    EXPECT_FALSE(FileExists(folder / "missing/file"));
+    EXPECT_FALSE(FileExists(""));
+}
+
+TEST(Kill, Deletes_a_file) {
+    const TempFolder folder;
+    WriteFileBytes(folder / "file", "x");
+    Kill(folder / "file");
+    EXPECT_FALSE(FileExists(folder / "file"));
+}
+
+TEST(Kill, Raises_error_53_for_a_missing_file) {
+    const TempFolder folder;
+    EXPECT_EQ(ErrorOf([&] { Kill(folder / "missing"); }), kFileNotFound);
+}
+
+TEST(Kill, Raises_error_53_for_a_folder_and_leaves_it) {
+    const TempFolder folder;
+    std::filesystem::create_directory(folder / "sub");
+    EXPECT_EQ(ErrorOf([&] { Kill(folder / "sub"); }), kFileNotFound);
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "sub"));
+}
+
+TEST(Kill, Deletes_the_journal_beside_a_database_and_no_other_file) {
+    const TempFolder folder;
+    for (const char* name : {"Record1.mdb", "Record1.mdb-journal", "Record10.mdb-journal"})
+        WriteFileBytes(folder / name, "x");
+    Kill(folder / "Record1.mdb");
+    EXPECT_FALSE(FileExists(folder / "Record1.mdb-journal"));
+    EXPECT_TRUE(FileExists(folder / "Record10.mdb-journal"));
+}
+
+TEST(Kill, Raises_error_70_while_this_program_has_the_database_open_and_leaves_the_file) {
+    const TempFolder folder;
+    Database database = TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+    const std::string bytes = FileBytes(folder / "a.mdb");
+    EXPECT_EQ(ErrorOf([&] { Kill(folder / "a.mdb"); }), kPermissionDenied);
+    EXPECT_EQ(FileBytes(folder / "a.mdb"), bytes);
+}
+
+TEST(Kill, Raises_error_70_until_the_last_of_two_connections_is_closed) {
+    const TempFolder folder;
+    Database first = TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+    Database second = TheDBEngine().OpenDatabase(folder / "a.mdb");
+    first.Close();
+    EXPECT_EQ(ErrorOf([&] { Kill(folder / "a.mdb"); }), kPermissionDenied);
+    second.Close();
+    Kill(folder / "a.mdb");
+    EXPECT_FALSE(FileExists(folder / "a.mdb"));
+}
+
+TEST(Kill, Sees_through_another_path_to_an_open_database) {
+    const TempFolder folder;
+    const Database database = TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+    EXPECT_EQ(ErrorOf([&] { Kill(folder.Path() + "/./a.mdb"); }), kPermissionDenied);
+    EXPECT_TRUE(FileExists(folder / "a.mdb"));
+}
+
+TEST(Kill, Raises_error_70_while_another_program_has_the_database_open_and_leaves_the_file) {
+    const TempFolder folder;
+    TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+    ChildProcess other([&](const ChildProcess::Contact& test) {
+        const Database database = TheDBEngine().OpenDatabase(folder / "a.mdb");
+        test.Send();
+        test.Await();
+    });
+    ASSERT_TRUE(other.Talk().Await());
+    EXPECT_EQ(ErrorOf([&] { Kill(folder / "a.mdb"); }), kPermissionDenied);
+    EXPECT_TRUE(FileExists(folder / "a.mdb"));
+
+    other.Kill();
+    Kill(folder / "a.mdb");
+    EXPECT_FALSE(FileExists(folder / "a.mdb"));
+}
+
+TEST(Kill, That_was_refused_leaves_an_open_transaction_its_lock) {
+    const TempFolder folder;
+    Database database = TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+    TableDef table;
+    table.Name = "DATA";
+    table.Fields.Append({"NUM"});
+    Database::Transaction transaction(database);
+    database.AppendTableDef(table);
+    EXPECT_EQ(ErrorOf([&] { Kill(folder / "a.mdb"); }), kPermissionDenied);
+    ChildProcess other([&](const ChildProcess::Contact&) {
+        Database same = TheDBEngine().OpenDatabase(folder / "a.mdb");
+        const int error = ErrorOf([&] { same.AppendTableDef(table); });
+        if (error != kLockedByOther) throw std::runtime_error("the lock was gone");
+    });
+    EXPECT_EQ(other.End(), 0);
+    transaction.Commit();
+}
+
+}  // namespace
+}  // namespace vantrel
