@@ -57,17 +57,11 @@ DateTime operator+(DateTime from, double days) {
     return {from.ms + std::llround(days * kMsPerDay)};
 }
 
-DateTime Now() {
-    return clock_in_use->Now();
-}
+DateTime Now() { return clock_in_use->Now(); }
 
-void Sleep(int milliseconds) {
-    clock_in_use->Sleep(milliseconds);
-}
+void Sleep(int milliseconds) { clock_in_use->Sleep(milliseconds); }
 
-void UseClock(Clock* clock) {
-    clock_in_use = clock != nullptr ? clock : &machine_clock;
-}
+void UseClock(Clock* clock) { clock_in_use = clock != nullptr ? clock : &machine_clock; }
 
 std::string DateText(DateTime moment) {
     const DateFields f = LocalFields(moment);

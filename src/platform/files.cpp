@@ -58,13 +58,9 @@ private:
 
 }  // namespace
 
-std::string App_Path() {
-    return AppPath();
-}
+std::string App_Path() { return AppPath(); }
 
-void UseAppPath(const std::string& folder) {
-    AppPath() = folder;
-}
+void UseAppPath(const std::string& folder) { AppPath() = folder; }
 
 std::string DbEntryPath(const std::string& entry) {
     CheckFileName(entry, kLongestFileName - kLongestCompanion.size());

@@ -9,18 +9,14 @@ namespace vantrel {
 
 namespace {
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 std::size_t SkipDigits(std::string_view text, std::size_t at) {
     while (at < text.size() && IsDigit(text[at])) ++at;
     return at;
 }
 
-bool IsSign(std::string_view text, std::size_t at) {
-    return at < text.size() && (text[at] == '+' || text[at] == '-');
-}
+bool IsSign(std::string_view text, std::size_t at) { return at < text.size() && (text[at] == '+' || text[at] == '-'); }
 
 /// The length of the exponent that starts at `at`; 0 if none does.
 std::size_t ExponentLength(std::string_view text, std::size_t at) {
@@ -85,9 +81,7 @@ std::string_view WholeNumber(std::string_view text) {
 
 }  // namespace
 
-double RoundHalfEven(double value) {
-    return std::nearbyint(value);
-}
+double RoundHalfEven(double value) { return std::nearbyint(value); }
 
 std::int16_t Integer::FromFloat(double value) {
     const double whole = RoundHalfEven(value);

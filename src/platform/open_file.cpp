@@ -26,9 +26,7 @@ std::shared_ptr<OpenFile> FindHeld(FileIdentity identity) {
     return found == Held().end() ? nullptr : found->second.lock();
 }
 
-FileIdentity IdentityOf(const struct stat& status) {
-    return {status.st_dev, status.st_ino};
-}
+FileIdentity IdentityOf(const struct stat& status) { return {status.st_dev, status.st_ino}; }
 
 int OpeningFault(int error) {
     switch (error) {

@@ -93,9 +93,7 @@ protected:
 
 // ---- Files
 
-TEST_F(Record, Is_a_database_of_the_expected_format) {
-    EXPECT_TRUE(FileBytes(path).starts_with("SQLite format 3"));
-}
+TEST_F(Record, Is_a_database_of_the_expected_format) { EXPECT_TRUE(FileBytes(path).starts_with("SQLite format 3")); }
 
 TEST_F(Record, Cannot_be_made_where_a_file_stands_and_leaves_it_as_it_was) {
     WriteFileBytes(folder / "other.mdb", "text");
@@ -288,9 +286,7 @@ protected:
     }
 };
 
-TEST_F(StoredValue, Of_a_whole_number_has_no_point) {
-    EXPECT_EQ(After(51.0), "51");
-}
+TEST_F(StoredValue, Of_a_whole_number_has_no_point) { EXPECT_EQ(After(51.0), "51"); }
 
 TEST_F(StoredValue, Of_a_number_is_its_shortest_form) {
     EXPECT_EQ(After(0.1 + 0.2), "0.3");
@@ -937,9 +933,7 @@ TEST_F(Lookup, Does_not_take_a_new_record_for_a_deleted_one_of_the_same_name) {
     EXPECT_EQ(Walk(Find("2")), (Texts{}));
 }
 
-TEST_F(Lookup, Finds_nothing_in_an_empty_table) {
-    EXPECT_TRUE(Find("1").Bof());
-}
+TEST_F(Lookup, Finds_nothing_in_an_empty_table) { EXPECT_TRUE(Find("1").Bof()); }
 
 TEST_F(Lookup, By_another_column_gives_what_a_scan_gives) {
     AddRows(database, {"1", "2", "2"});

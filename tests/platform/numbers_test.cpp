@@ -96,9 +96,7 @@ TEST(Val, Knows_no_words_and_no_hexadecimal_numbers) {
     EXPECT_EQ(Val("&H10"), 0);
 }
 
-TEST(Val, Takes_a_comma_for_the_end_of_the_number) {
-    EXPECT_EQ(Val("1,5"), 1);
-}
+TEST(Val, Takes_a_comma_for_the_end_of_the_number) { EXPECT_EQ(Val("1,5"), 1); }
 
 TEST(Val, Overflows_beyond_the_range_of_a_float) {
     EXPECT_EQ(ErrorOf([] { Val("1E309"); }), kOverflow);
@@ -124,9 +122,7 @@ TEST(CDbl, Reads_a_whole_text) {
     EXPECT_EQ(CDbl("-.25"), -0.25);
 }
 
-TEST(CDbl, Accepts_white_space_around_the_number) {
-    EXPECT_EQ(CDbl(" \t\r\n+2.5E-01\r\n \t"), 0.25);
-}
+TEST(CDbl, Accepts_white_space_around_the_number) { EXPECT_EQ(CDbl(" \t\r\n+2.5E-01\r\n \t"), 0.25); }
 
 TEST(CDbl, Refuses_everything_that_is_no_number) {
     for (const char* text : {"", " ", "\n", "abc", "12abc", "1 2", "1E", "1E+", "1,5", ".", "-", "inf", "-inf", "nan",
@@ -155,9 +151,7 @@ TEST(Str, Writes_whole_numbers_without_a_point) {
     EXPECT_EQ(Str(0), "0");
 }
 
-TEST(Str, Writes_a_negative_zero_as_0) {
-    EXPECT_EQ(Str(-0.0), "0");
-}
+TEST(Str, Writes_a_negative_zero_as_0) { EXPECT_EQ(Str(-0.0), "0"); }
 
 TEST(Str, Writes_fractions_in_the_shortest_form) {
     EXPECT_EQ(Str(0.25), "0.25");
@@ -201,9 +195,7 @@ TEST(Numbers, Have_a_point_whatever_the_locale) {
     std::locale::global(std::locale::classic());
 }
 
-TEST(Divide, Gives_the_quotient) {
-    EXPECT_EQ(Divide(1, 4), 0.25);
-}
+TEST(Divide, Gives_the_quotient) { EXPECT_EQ(Divide(1, 4), 0.25); }
 
 TEST(Divide, Fails_for_a_divisor_of_0) {
     EXPECT_EQ(ErrorOf([] { Divide(1, 0); }), kDivisionByZero);
@@ -215,9 +207,7 @@ TEST(Divide, Overflows_with_a_quotient_that_no_float_holds) {
     EXPECT_EQ(ErrorOf([] { Divide(1e300, 1e-300); }), kOverflow);
 }
 
-TEST(CSng, Narrows_to_single_precision) {
-    EXPECT_EQ(CSng(0.1), 0.1F);
-}
+TEST(CSng, Narrows_to_single_precision) { EXPECT_EQ(CSng(0.1), 0.1F); }
 
 TEST(CSng, Overflows_beyond_single_precision) {
     EXPECT_EQ(CSng(3e38), 3e38F);

@@ -36,9 +36,7 @@ TEST(ChannelTable, Keeps_5_devices_by_21_channels_apart) {
         for (int ch = 0; ch < 21; ++ch) EXPECT_EQ(table(dev, ch), dev * 100 + ch);
 }
 
-TEST(ChannelTable, Starts_with_the_given_value) {
-    EXPECT_EQ(ChannelTable<std::string>(" ")(4, 20), " ");
-}
+TEST(ChannelTable, Starts_with_the_given_value) { EXPECT_EQ(ChannelTable<std::string>(" ")(4, 20), " "); }
 
 TEST(ChannelTable, Raises_error_9_outside_either_bound) {
     ChannelTable<int> table;

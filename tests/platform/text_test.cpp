@@ -51,9 +51,7 @@ TEST(Left, Gives_the_first_characters_or_all_of_a_shorter_text) {
     EXPECT_EQ(Left("", 1), "");
 }
 
-TEST(FixedText, Starts_blank) {
-    EXPECT_EQ(FixedText<4>().Text(), "    ");
-}
+TEST(FixedText, Starts_blank) { EXPECT_EQ(FixedText<4>().Text(), "    "); }
 
 TEST(FixedText, Fills_a_shorter_text_with_blanks) {
     FixedText<4> text;

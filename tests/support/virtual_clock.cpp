@@ -11,17 +11,11 @@ VirtualClock::VirtualClock()
     UseClock(this);
 }
 
-VirtualClock::~VirtualClock() {
-    UseClock(nullptr);
-}
+VirtualClock::~VirtualClock() { UseClock(nullptr); }
 
-DateTime VirtualClock::Now() {
-    return {start_.ms + elapsed_ms_};
-}
+DateTime VirtualClock::Now() { return {start_.ms + elapsed_ms_}; }
 
-void VirtualClock::Sleep(int milliseconds) {
-    Advance(std::max(milliseconds, 0));
-}
+void VirtualClock::Sleep(int milliseconds) { Advance(std::max(milliseconds, 0)); }
 
 void VirtualClock::At(int ms_from_start, std::function<void()> action) {
     const auto behind = std::ranges::upper_bound(appointments_, ms_from_start, {}, &Appointment::ms);

@@ -14,9 +14,7 @@ namespace {
 constexpr int kBusyStepMs = 10;
 constexpr int kBusySteps = 200;  // 2 s in all
 
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
+char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 int ErrorNumberOf(int code) {
     switch (code & 0xff) {
@@ -51,9 +49,7 @@ int WaitForLock(void*, int tries) {
 
 }  // namespace
 
-bool SameName(std::string_view a, std::string_view b) {
-    return std::ranges::equal(a, b, {}, Lower, Lower);
-}
+bool SameName(std::string_view a, std::string_view b) { return std::ranges::equal(a, b, {}, Lower, Lower); }
 
 std::string Quoted(std::string_view name) {
     std::string quoted = "\"";
@@ -75,9 +71,7 @@ Statement::~Statement() {
     sqlite3_clear_bindings(statement_);
 }
 
-void Statement::Bind(int parameter, std::int64_t value) {
-    sqlite3_bind_int64(statement_, parameter, value);
-}
+void Statement::Bind(int parameter, std::int64_t value) { sqlite3_bind_int64(statement_, parameter, value); }
 
 void Statement::Bind(int parameter, const Text& value) {
     if (value)
@@ -181,9 +175,7 @@ Text Connection::StoredName(std::string_view name) {
     return stored;
 }
 
-bool Connection::HasTable(std::string_view name) {
-    return StoredName(name).has_value();
-}
+bool Connection::HasTable(std::string_view name) { return StoredName(name).has_value(); }
 
 std::shared_ptr<const Table> Connection::FindTable(std::string_view name) {
     for (const auto& table : tables_)

@@ -53,40 +53,18 @@ void MakeFile(const std::string& path) {
 
 }  // namespace
 
-std::int64_t Recordset::RecordCount() const {
-    return Opened(rows_).RecordCount();
-}
-bool Recordset::Bof() const {
-    return Opened(rows_).Bof();
-}
-bool Recordset::Eof() const {
-    return Opened(rows_).Eof();
-}
-void Recordset::MoveFirst() {
-    Opened(rows_).MoveFirst();
-}
-void Recordset::MoveNext() {
-    Opened(rows_).MoveNext();
-}
-void Recordset::MoveLast() {
-    Opened(rows_).MoveLast();
-}
-void Recordset::AddNew() {
-    Opened(rows_).AddNew();
-}
-void Recordset::Edit() {
-    Opened(rows_).Edit();
-}
-void Recordset::Update(int, bool) {
-    Opened(rows_).Update();
-}
-void Recordset::Delete() {
-    Opened(rows_).Delete();
-}
+std::int64_t Recordset::RecordCount() const { return Opened(rows_).RecordCount(); }
+bool Recordset::Bof() const { return Opened(rows_).Bof(); }
+bool Recordset::Eof() const { return Opened(rows_).Eof(); }
+void Recordset::MoveFirst() { Opened(rows_).MoveFirst(); }
+void Recordset::MoveNext() { Opened(rows_).MoveNext(); }
+void Recordset::MoveLast() { Opened(rows_).MoveLast(); }
+void Recordset::AddNew() { Opened(rows_).AddNew(); }
+void Recordset::Edit() { Opened(rows_).Edit(); }
+void Recordset::Update(int, bool) { Opened(rows_).Update(); }
+void Recordset::Delete() { Opened(rows_).Delete(); }
 
-std::optional<std::string> Recordset::Value(const std::string& column) const {
-    return Opened(rows_).Value(column);
-}
+std::optional<std::string> Recordset::Value(const std::string& column) const { return Opened(rows_).Value(column); }
 
 std::string Recordset::Text(const std::string& column) const {
     const std::optional<std::string>& value = Opened(rows_).Value(column);
@@ -94,9 +72,7 @@ std::string Recordset::Text(const std::string& column) const {
     return *value;
 }
 
-void Recordset::Set(const std::string& column, const FieldInput& value) {
-    Opened(rows_).Set(column, TextOf(value));
-}
+void Recordset::Set(const std::string& column, const FieldInput& value) { Opened(rows_).Set(column, TextOf(value)); }
 
 void Database::AppendTableDef(const TableDef& table) {
     engine::Connection& connection = Opened(connection_);

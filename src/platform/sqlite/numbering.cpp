@@ -141,8 +141,6 @@ std::vector<std::int64_t> FindRows(Connection& connection, const Table& table, c
     return Scan(connection, table, column, text);
 }
 
-std::int64_t ScanCount() {
-    return scan_count;
-}
+std::int64_t ScanCount() { return scan_count; }
 
 }  // namespace vantrel::engine
