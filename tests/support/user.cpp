@@ -39,6 +39,14 @@ QWidget* VisibleWindow(const std::string& name) {
     return nullptr;
 }
 
+/// What the edges of its window, or page, leave of a control.
+QRect PartInSight(const QWidget* control) {
+    QRect part = control->rect();
+    for (; !control->isWindow(); control = control->parentWidget())
+        part = part.translated(control->pos()) & control->parentWidget()->rect();
+    return part;
+}
+
 QAbstractItemView* GridIn(QWidget* control) {
     auto* view = qobject_cast<QAbstractItemView*>(control);
     if (!view) ADD_FAILURE() << "no grid";
@@ -99,7 +107,7 @@ bool User::Sees(const std::string& window) const { return VisibleWindow(window) 
 
 bool User::Sees(const std::string& window, const std::string& control) const {
     const QWidget* found = FindControl(window, control);
-    return found && found->isVisible() && !found->visibleRegion().isEmpty();
+    return found && found->isVisible() && !PartInSight(found).isEmpty();
 }
 
 bool User::Enabled(const std::string& window, const std::string& control) const {

@@ -29,11 +29,13 @@ protected:
     }
 
     QDateTime dateTimeFromText(const QString& text) const override {
+        if (!twelve_) return QDateTimeEdit::dateTimeFromText(text);
         const QDateTime whole = QDateTime::fromString(WithFullHour(text), format24_);
         return whole.isValid() ? whole : QDateTimeEdit::dateTimeFromText(WithFullHour(text));
     }
 
     QValidator::State validate(QString& text, int& position) const override {
+        if (!twelve_) return QDateTimeEdit::validate(text, position);
         QString full = WithFullHour(text);
         if (QDateTime::fromString(full, format24_).isValid()) return QValidator::Acceptable;
         const QValidator::State state = QDateTimeEdit::validate(full, position);

@@ -1,0 +1,258 @@
+// The plain controls: texts, ticks, numbers, times, pages, and what all of them share.
+#include "platform/trial_window.h"
+#include "support/user.h"
+
+#include <QAbstractSpinBox>
+#include <QDateTimeEdit>
+#include <QLineEdit>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+#include <QToolButton>
+#include <gtest/gtest.h>
+
+namespace vantrel {
+
+namespace {
+
+using Happened = std::vector<std::string>;
+
+class Controls : public testing::Test {
+protected:
+    Controls() {
+        trial.Show();
+        DoEvents();
+        happened.clear();
+    }
+    Trial& trial = The<Trial>();
+    User user;
+};
+
+}  // namespace
+
+TEST_F(Controls, Keep_fractions_of_twips_and_round_only_their_edges_on_the_screen) {
+    trial.Label1.SetLeft(1953.75F);
+    trial.Label1.SetWidth(1713.75F);
+    EXPECT_EQ(trial.Label1.Left(), 1953.75F);
+    EXPECT_EQ(trial.Label1.Width(), 1713.75F);
+    EXPECT_EQ(trial.Label1.Widget()->geometry(), QRect(130, 8, 115, 17));
+}
+
+TEST_F(Controls, Are_found_by_their_names) {
+    EXPECT_EQ(user.Text("Trial", "Label1"), "Device:");
+    EXPECT_EQ(user.ColCount("Trial", "MSFlexGrid1(3)"), 5);
+}
+
+TEST_F(Controls, An_array_element_that_is_not_there_is_an_error) {
+    EXPECT_THROW(trial.MSFlexGrid1(4), RunTimeError);
+}
+
+TEST_F(Controls, A_background_is_to_be_seen_and_a_property) {
+    trial.Text1.SetBackColor(RGB(0, 200, 0));
+    EXPECT_EQ(trial.Text1.BackColor(), RGB(0, 200, 0));
+    EXPECT_EQ(trial.Text1.Widget()->property("BackColor").value<QColor>(), QColor(0, 200, 0));
+    EXPECT_EQ(trial.Text1.Widget()->grab().toImage().pixelColor(50, 10), QColor(0, 200, 0));
+}
+
+TEST_F(Controls, A_hidden_one_reports_what_it_was_told_whatever_its_window_does) {
+    trial.Text1.SetVisible(false);
+    EXPECT_FALSE(user.Sees("Trial", "Text1"));
+    trial.Text1.SetVisible(true);
+    trial.Hide();
+    EXPECT_TRUE(trial.Text1.Visible());
+}
+
+TEST_F(Controls, A_text_box_runs_its_change_for_each_key_and_for_an_assignment_that_differs) {
+    trial.Text1.OnChange = [&] { happened.push_back(trial.Text1.Text()); };
+    user.Type("Trial", "Text1", "12");
+    trial.Text1.SetText("3");
+    trial.Text1.SetText("3");
+    EXPECT_EQ(happened, (Happened{"1", "12", "3"}));
+}
+
+TEST_F(Controls, A_key_filter_sees_characters_and_backspace_but_no_other_keys) {
+    trial.Text1.OnKeyPress = [](int character) {
+        happened.push_back(std::to_string(character));
+        return character == 8 || (character >= '0' && character <= '9');
+    };
+    user.Type("Trial", "Text1", "1e5-");
+    user.Press("Trial", "Text1", Qt::Key_Left);
+    user.Press("Trial", "Text1", Qt::Key_Backspace);
+    user.Press("Trial", "Text1", Qt::Key_Delete);
+    EXPECT_EQ(happened, (Happened{"49", "101", "53", "45", "8"}));
+    EXPECT_EQ(trial.Text1.Text(), "");
+}
+
+TEST_F(Controls, Pasted_text_passes_the_key_filter) {
+    trial.Text1.OnKeyPress = [](int) { return false; };
+    user.Paste("Trial", "Text1", "12abc");
+    EXPECT_EQ(trial.Text1.Text(), "12abc");
+}
+
+TEST_F(Controls, A_check_box_runs_its_click_for_a_user_and_for_an_assignment_that_differs) {
+    trial.Check1.OnClick = [&] { happened.push_back(std::to_string(trial.Check1.Value())); };
+    user.Click("Trial", "Check1");
+    trial.Check1.SetValue(1);
+    trial.Check1.SetValue(0);
+    EXPECT_EQ(happened, (Happened{"1", "0"}));
+}
+
+TEST_F(Controls, A_button_with_a_picture_only_has_a_name_to_be_read_out) {
+    EXPECT_EQ(trial.Command3.Widget()->accessibleName(), "Start");
+    EXPECT_EQ(user.ToolTip("Trial", "Command3"), "Start");
+}
+
+TEST_F(Controls, A_label_can_be_clicked) {
+    trial.Label1.OnClick = [] { happened.push_back("label"); };
+    user.Click("Trial", "Label1");
+    EXPECT_EQ(happened, Happened{"label"});
+}
+
+TEST_F(Controls, An_ampersand_in_a_caption_is_just_that) {
+    trial.Check1.SetCaption("a & b");
+    trial.SSTab1.SetTabCaption(0, "MY&1");
+    EXPECT_EQ(trial.Check1.Caption(), "a & b");
+    EXPECT_EQ(trial.SSTab1.TabCaption(0), "MY&1");
+    EXPECT_EQ(user.TabText("Trial", "SSTab1", 0), "MY&1");
+}
+
+TEST_F(Controls, An_up_down_moves_within_its_bounds) {
+    trial.UpDown1.OnChange = [&] { happened.push_back(std::to_string(trial.UpDown1.Value())); };
+    const auto buttons = trial.UpDown1.Widget()->findChildren<QToolButton*>();
+    ASSERT_EQ(buttons.size(), 2);
+    QTest::mouseClick(buttons[0], Qt::LeftButton);
+    QTest::mouseClick(buttons[1], Qt::LeftButton);
+    QTest::mouseClick(buttons[1], Qt::LeftButton);
+    EXPECT_EQ(happened, (Happened{"2", "1"}));
+    EXPECT_EQ(user.Index("Trial", "UpDown1"), 1);
+}
+
+TEST_F(Controls, Lowering_the_maximum_of_an_up_down_runs_nothing) {
+    user.Move("Trial", "UpDown1", 1500);
+    trial.UpDown1.OnChange = [] { happened.push_back("change"); };
+    trial.UpDown1.SetMax(200);
+    EXPECT_EQ(happened, Happened{});
+    EXPECT_EQ(trial.UpDown1.Max(), 200);
+}
+
+TEST_F(Controls, Pages_count_their_positions_from_the_corner_of_the_strip) {
+    QWidget* grid = trial.MSFlexGrid1(0).Widget();
+    EXPECT_EQ(grid->mapTo(trial.ClientArea(), QPoint(0, 0)), QPoint(8, 140 + 24));
+    EXPECT_EQ(static_cast<QTabWidget*>(trial.SSTab1.Widget())->tabBar()->height(), 24);
+}
+
+TEST_F(Controls, Pages_can_be_hidden_and_shown) {
+    trial.SSTab1.SetTabVisible(3, false);
+    EXPECT_FALSE(user.SeesTab("Trial", "SSTab1", 3));
+    trial.SSTab1.SetTabVisible(3, true);
+    trial.SSTab1.SetTab(3);
+    DoEvents();
+    EXPECT_TRUE(trial.SSTab1.TabVisible(3));
+    EXPECT_EQ(user.Index("Trial", "SSTab1"), 3);
+    EXPECT_TRUE(user.Sees("Trial", "MSFlexGrid1(3)"));
+    EXPECT_THROW(trial.SSTab1.SetTab(4), RunTimeError);
+}
+
+// ------------------------------------------------------------------------------------------------------ date and time
+
+namespace {
+
+class Pickers : public Controls {
+protected:
+    Pickers() { trial.StartTime.SetValue(At(15, 4, 5)); }
+    static DateTime At(int hour, int minute, int second) {
+        return FromLocalFields({2024, 3, 4, hour, minute, second});
+    }
+    void Focus(QDateTimeEdit::Section section) {
+        edit.setFocus();
+        edit.setSelectedSection(section);
+    }
+    QDateTimeEdit& edit = *static_cast<QDateTimeEdit*>(trial.StartTime.Widget());
+};
+
+}  // namespace
+
+TEST_F(Pickers, Show_the_hour_of_the_12_hour_clock_and_tell_the_full_time) {
+    EXPECT_EQ(user.Text("Trial", "StartTime"), "2024/03/04  03:04:05");
+    EXPECT_EQ(edit.dateTime().time(), QTime(15, 4, 5));
+    EXPECT_EQ(user.ToolTip("Trial", "StartTime"), "2024/03/04  15:04:05");
+}
+
+TEST_F(Pickers, Show_midnight_and_noon_as_12) {
+    trial.StartTime.SetValue(At(0, 0, 0));
+    EXPECT_EQ(user.Text("Trial", "StartTime"), "2024/03/04  12:00:00");
+    trial.StartTime.SetValue(At(12, 0, 0));
+    EXPECT_EQ(user.Text("Trial", "StartTime"), "2024/03/04  12:00:00");
+    EXPECT_EQ(trial.StartTime.Value(), At(12, 0, 0));
+}
+
+TEST_F(Pickers, Keep_the_half_of_the_day_when_another_field_is_typed) {
+    Focus(QDateTimeEdit::MinuteSection);
+    QTest::keyClicks(&edit, "37");
+    EXPECT_EQ(trial.StartTime.Value(), At(15, 37, 5));
+    QTest::keyClicks(&edit, "41");
+    EXPECT_EQ(trial.StartTime.Value(), At(15, 37, 41));
+    EXPECT_EQ(user.Text("Trial", "StartTime"), "2024/03/04  03:37:41");
+}
+
+TEST_F(Pickers, Keep_the_half_of_the_day_when_the_date_is_typed) {
+    Focus(QDateTimeEdit::DaySection);
+    QTest::keyClicks(&edit, "17");
+    EXPECT_EQ(trial.StartTime.Value(), FromLocalFields({2024, 3, 17, 15, 4, 5}));
+}
+
+TEST_F(Pickers, Keep_the_half_of_the_day_when_a_field_is_stepped) {
+    for (const auto section : {QDateTimeEdit::DaySection, QDateTimeEdit::MinuteSection, QDateTimeEdit::SecondSection}) {
+        Focus(section);
+        QTest::keyClick(&edit, Qt::Key_Up);
+    }
+    EXPECT_EQ(trial.StartTime.Value(), FromLocalFields({2024, 3, 5, 15, 5, 6}));
+}
+
+TEST_F(Pickers, A_typed_hour_lies_in_the_same_half_of_the_day) {
+    Focus(QDateTimeEdit::HourSection);
+    QTest::keyClicks(&edit, "11");
+    EXPECT_EQ(trial.StartTime.Value(), At(23, 4, 5));
+    Focus(QDateTimeEdit::HourSection);
+    QTest::keyClicks(&edit, "07");
+    EXPECT_EQ(trial.StartTime.Value(), At(19, 4, 5));
+    Focus(QDateTimeEdit::HourSection);
+    QTest::keyClicks(&edit, "12");
+    EXPECT_EQ(trial.StartTime.Value(), At(12, 4, 5));
+    EXPECT_EQ(edit.currentSection(), QDateTimeEdit::MinuteSection);
+}
+
+TEST_F(Pickers, Steps_of_the_hour_go_round_in_the_same_half_of_the_day) {
+    trial.StartTime.SetValue(At(23, 4, 5));
+    Focus(QDateTimeEdit::HourSection);
+    QTest::keyClick(&edit, Qt::Key_Up);
+    EXPECT_EQ(trial.StartTime.Value(), At(12, 4, 5));
+    QTest::keyClick(&edit, Qt::Key_Down);
+    EXPECT_EQ(trial.StartTime.Value(), At(23, 4, 5));
+}
+
+TEST_F(Pickers, Letters_are_not_taken) {
+    Focus(QDateTimeEdit::MinuteSection);
+    QTest::keyClicks(&edit, "xy");
+    EXPECT_EQ(user.Text("Trial", "StartTime"), "2024/03/04  03:04:05");
+}
+
+TEST_F(Pickers, A_field_left_empty_counts_as_0_and_keeps_the_half_of_the_day) {
+    Focus(QDateTimeEdit::MinuteSection);
+    QTest::keyClick(&edit, Qt::Key_Backspace);
+    trial.Text1.SetFocus();
+    EXPECT_EQ(trial.StartTime.Value(), At(15, 0, 5));
+    EXPECT_EQ(user.Text("Trial", "StartTime"), "2024/03/04  03:00:05");
+}
+
+TEST_F(Pickers, One_with_24_hours_takes_them) {
+    auto& plain = *static_cast<QDateTimeEdit*>(trial.PerSan.Widget());
+    EXPECT_EQ(user.Text("Trial", "PerSan"), "00:00:00");
+    plain.setFocus();
+    plain.setSelectedSection(QDateTimeEdit::HourSection);
+    QTest::keyClicks(&plain, "230559");
+    const DateFields fields = LocalFields(trial.PerSan.Value());
+    EXPECT_EQ(fields.hour * 10000 + fields.minute * 100 + fields.second, 230559);
+}
+
+}  // namespace vantrel

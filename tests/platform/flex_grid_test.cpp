@@ -1,0 +1,147 @@
+// The grid: cells with texts and colours, fixed ones in front.
+#include "platform/trial_window.h"
+#include "support/user.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QScrollBar>
+#include <QTableView>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace vantrel {
+
+namespace {
+
+using Happened = std::vector<std::string>;
+
+class Grids : public testing::Test {
+protected:
+    Grids() {
+        The<Trial>().Show();
+        DoEvents();
+        happened.clear();
+        grid.OnClick = [this] {
+            happened.push_back(std::to_string(grid.MouseRow()) + "," + std::to_string(grid.MouseCol()));
+        };
+    }
+    MSFlexGrid& grid = The<Trial>().MSFlexGrid1(0);
+    QTableView& view = *static_cast<QTableView*>(grid.Widget());
+    User user;
+};
+
+}  // namespace
+
+TEST_F(Grids, Rows_dropped_at_the_end_come_back_empty) {
+    grid.SetTextMatrix(1, 1, "kept");
+    grid.SetTextMatrix(5, 1, "lost");
+    grid.SetRows(3);
+    grid.SetRows(6);
+    EXPECT_EQ(grid.TextMatrix(1, 1), "kept");
+    EXPECT_EQ(grid.TextMatrix(5, 1), "");
+    EXPECT_EQ(user.RowCount("Trial", "MSFlexGrid1(0)"), 6);
+}
+
+TEST_F(Grids, A_cell_that_is_not_there_is_an_error) {
+    const auto number_of = [](const auto& routine) {
+        try {
+            routine();
+        } catch (const RunTimeError& error) {
+            return error.Number();
+        }
+        return 0;
+    };
+    EXPECT_EQ(number_of([&] { grid.SetRow(6); }), kGridRow);
+    EXPECT_EQ(number_of([&] { grid.SetCol(-1); }), kGridCol);
+    EXPECT_EQ(number_of([&] { grid.SetTextMatrix(0, 5, ""); }), kGridCol);
+    EXPECT_EQ(number_of([&] { grid.SetRowHeight(6, 300); }), kGridRow);
+}
+
+TEST_F(Grids, Clearing_empties_the_texts_and_keeps_the_colours) {
+    grid.SetRow(3);
+    grid.SetCol(4);
+    grid.SetText("x");
+    grid.SetCellBackColor(255);
+    grid.Clear();
+    EXPECT_EQ(user.CellText("Trial", "MSFlexGrid1(0)", 3, 4), "");
+    EXPECT_EQ(user.CellColour("Trial", "MSFlexGrid1(0)", 3, 4), 255);
+    EXPECT_EQ(grid.CellBackColor(), 255);
+}
+
+TEST_F(Grids, A_row_moves_and_those_between_close_up) {
+    for (int row = 2; row < 6; ++row) grid.SetTextMatrix(row, 0, std::to_string(row));
+    grid.SetRowPosition(2, 5);
+    EXPECT_EQ(grid.TextMatrix(2, 0) + grid.TextMatrix(3, 0) + grid.TextMatrix(4, 0) + grid.TextMatrix(5, 0), "3452");
+    grid.SetRowPosition(5, 3);
+    EXPECT_EQ(grid.TextMatrix(2, 0) + grid.TextMatrix(3, 0) + grid.TextMatrix(4, 0) + grid.TextMatrix(5, 0), "3245");
+}
+
+TEST_F(Grids, A_click_on_a_cell_makes_it_the_current_one) {
+    user.ClickCell("Trial", "MSFlexGrid1(0)", 3, 4);
+    EXPECT_EQ(happened, Happened{"3,4"});
+    EXPECT_EQ(grid.Row(), 3);
+    EXPECT_EQ(grid.Col(), 4);
+}
+
+TEST_F(Grids, A_click_on_a_fixed_cell_is_told_but_leaves_the_current_one) {
+    user.ClickCell("Trial", "MSFlexGrid1(0)", 3, 4);
+    user.ClickCell("Trial", "MSFlexGrid1(0)", 1, 2);
+    EXPECT_EQ(happened, (Happened{"3,4", "1,2"}));
+    EXPECT_EQ(grid.Row(), 3);
+    EXPECT_EQ(grid.Col(), 4);
+}
+
+TEST_F(Grids, Space_on_the_current_cell_is_a_click) {
+    user.ClickCell("Trial", "MSFlexGrid1(0)", 3, 3);
+    user.Press("Trial", "MSFlexGrid1(0)", Qt::Key_Right);
+    user.Press("Trial", "MSFlexGrid1(0)", Qt::Key_Space);
+    EXPECT_EQ(happened, (Happened{"3,3", "3,4"}));
+}
+
+TEST_F(Grids, Fixed_cells_stay_when_the_others_scroll) {
+    grid.SetRows(200);
+    DoEvents();
+    view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(200, 20));
+    EXPECT_EQ(happened, Happened{"1,3"});
+}
+
+TEST_F(Grids, Tab_leaves_the_grid) {
+    EXPECT_FALSE(view.tabKeyNavigation());
+}
+
+TEST_F(Grids, Columns_end_where_their_sum_ends) {
+    grid.SetCols(4);
+    for (int col = 0; col < 4; ++col) grid.SetColWidth(col, 1713.75F);
+    EXPECT_EQ(view.columnWidth(0) + view.columnWidth(1) + view.columnWidth(2) + view.columnWidth(3), 457);
+    EXPECT_EQ(grid.ColWidth(3), 1713.75F);
+}
+
+TEST_F(Grids, Rows_have_their_heights) {
+    grid.SetRowHeight(3, 315);
+    EXPECT_EQ(view.rowHeight(3), 21);
+    EXPECT_EQ(view.rowHeight(4), 16);
+    EXPECT_EQ(grid.RowHeight(4), 240);
+}
+
+TEST_F(Grids, A_selection_is_copied_with_tabs_and_line_ends) {
+    for (int row = 3; row < 5; ++row)
+        for (int col = 3; col < 5; ++col) grid.SetTextMatrix(row, col, std::to_string(row * 10 + col));
+    view.selectionModel()->select({view.model()->index(3, 3), view.model()->index(4, 4)},
+                                  QItemSelectionModel::ClearAndSelect);
+    user.Press("Trial", "MSFlexGrid1(0)", Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "33\t34\n43\t44");
+}
+
+TEST_F(Grids, A_merged_row_is_drawn_as_one_band) {
+    for (int col = 2; col < 5; ++col) grid.SetTextMatrix(0, col, "Channel");
+    const auto line_between = [&] {
+        const int x = view.columnViewportPosition(3) - 1;
+        return view.viewport()->grab().toImage().pixelColor(x, 3) != view.palette().color(QPalette::Button);
+    };
+    EXPECT_TRUE(line_between());
+    grid.SetMergeRow(0, true);
+    EXPECT_FALSE(line_between());
+}
+
+}  // namespace vantrel
