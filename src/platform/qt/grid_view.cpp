@@ -21,6 +21,14 @@ namespace {
 constexpr int kCellMargin = 2;
 const QColor kGridLine(208, 208, 208);
 
+/// Draws `text` narrower where it would not fit; what does not fit even so ends in an ellipsis, not in a shorter number.
+void DrawFitting(QPainter& painter, const QRect& cell, int alignment, const QFont& font, const QString& text) {
+    const QRect room = cell.adjusted(kCellMargin, 0, -kCellMargin, 0);
+    painter.setFont(FittingFont(font, text, room.width()));
+    const QString shown = painter.fontMetrics().elidedText(text, Qt::ElideRight, room.width());
+    painter.drawText(room, alignment | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+}
+
 /// Draws texts narrower rather than cut, and leaves a cell its own colour when it is selected.
 class CellDelegate : public QStyledItemDelegate {
 public:
@@ -34,10 +42,8 @@ public:
         QColor ink = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
         if (colour.isValid()) ink = index.data(Qt::ForegroundRole).value<QColor>();
         const QString text = index.data(Qt::DisplayRole).toString();
-        const QRect room = option.rect.adjusted(kCellMargin, 0, -kCellMargin, 0);
-        painter->setFont(FittingFont(option.font, text, room.width()));
         painter->setPen(ink);
-        painter->drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text);
+        DrawFitting(*painter, option.rect, Qt::AlignLeft, option.font, text);
         if (!(option.state & QStyle::State_HasFocus)) return;
         painter->setPen(QPen(ink, 1, Qt::DotLine));
         painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
@@ -158,11 +164,9 @@ void GridView::DrawCell(QPainter& painter, const QRect& box, int row, int col) c
     painter.drawLine(box.bottomLeft(), box.bottomRight());
     // The text of a wide band stays in sight when the band is scrolled.
     const QRect seen = box & painter.clipBoundingRect().toRect();
-    const QRect room = (IsMerged(row) ? seen : box).adjusted(kCellMargin, 0, -kCellMargin, 0);
-    const QString text = ToQt(cells_->Text(row, col));
-    painter.setFont(FittingFont(font(), text, room.width()));
     painter.setPen(qGray(back.rgb()) < 110 ? Qt::white : palette().color(QPalette::Text));
-    painter.drawText(room, (fixed ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignVCenter | Qt::TextSingleLine, text);
+    DrawFitting(painter, IsMerged(row) ? seen : box, fixed ? Qt::AlignHCenter : Qt::AlignLeft, font(),
+                ToQt(cells_->Text(row, col)));
 }
 
 void GridView::dataChanged(const QModelIndex& top_left, const QModelIndex& bottom_right, const QList<int>& roles) {

@@ -169,8 +169,11 @@ Picture PictureBox::Image() const {
     const QImage image = PlotOf(widget_).Picture();
     vantrel::Picture picture{image.width(), image.height(), {}};
     picture.pixels.reserve(static_cast<std::size_t>(image.width()) * static_cast<std::size_t>(image.height()));
-    for (int row = 0; row < image.height(); ++row)
-        for (int col = 0; col < image.width(); ++col) picture.pixels.push_back(FromQt(image.pixelColor(col, row)));
+    for (int row = 0; row < image.height(); ++row) {
+        const auto* pixels = reinterpret_cast<const QRgb*>(image.constScanLine(row));
+        for (int col = 0; col < image.width(); ++col)
+            picture.pixels.push_back(RGB(qRed(pixels[col]), qGreen(pixels[col]), qBlue(pixels[col])));
+    }
     return picture;
 }
 
