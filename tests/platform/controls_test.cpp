@@ -43,9 +43,7 @@ TEST_F(Controls, Are_found_by_their_names) {
     EXPECT_EQ(user.ColCount("Trial", "MSFlexGrid1(3)"), 5);
 }
 
-TEST_F(Controls, An_array_element_that_is_not_there_is_an_error) {
-    EXPECT_THROW(trial.MSFlexGrid1(4), RunTimeError);
-}
+TEST_F(Controls, An_array_element_that_is_not_there_is_an_error) { EXPECT_THROW(trial.MSFlexGrid1(4), RunTimeError); }
 
 TEST_F(Controls, A_background_is_to_be_seen_and_a_property) {
     trial.Text1.SetBackColor(RGB(0, 200, 0));
@@ -160,9 +158,7 @@ namespace {
 class Pickers : public Controls {
 protected:
     Pickers() { trial.StartTime.SetValue(At(15, 4, 5)); }
-    static DateTime At(int hour, int minute, int second) {
-        return FromLocalFields({2024, 3, 4, hour, minute, second});
-    }
+    static DateTime At(int hour, int minute, int second) { return FromLocalFields({2024, 3, 4, hour, minute, second}); }
     void Focus(QDateTimeEdit::Section section) {
         edit.setFocus();
         edit.setSelectedSection(section);

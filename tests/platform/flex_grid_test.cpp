@@ -106,9 +106,7 @@ TEST_F(Grids, Fixed_cells_stay_when_the_others_scroll) {
     EXPECT_EQ(happened, Happened{"1,3"});
 }
 
-TEST_F(Grids, Tab_leaves_the_grid) {
-    EXPECT_FALSE(view.tabKeyNavigation());
-}
+TEST_F(Grids, Tab_leaves_the_grid) { EXPECT_FALSE(view.tabKeyNavigation()); }
 
 TEST_F(Grids, Columns_end_where_their_sum_ends) {
     grid.SetCols(4);

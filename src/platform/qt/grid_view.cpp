@@ -21,7 +21,8 @@ namespace {
 constexpr int kCellMargin = 2;
 const QColor kGridLine(208, 208, 208);
 
-/// Draws `text` narrower where it would not fit; what does not fit even so ends in an ellipsis, not in a shorter number.
+/// Draws `text` narrower where it would not fit; what does not fit even so ends in an ellipsis, not in a shorter
+/// number.
 void DrawFitting(QPainter& painter, const QRect& cell, int alignment, const QFont& font, const QString& text) {
     const QRect room = cell.adjusted(kCellMargin, 0, -kCellMargin, 0);
     painter.setFont(FittingFont(font, text, room.width()));
