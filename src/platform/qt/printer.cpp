@@ -25,6 +25,7 @@ struct Document {
         printer.setDocName("VANTREL");
         printer.setFullPage(true);
         printer.setPageOrientation(orientation_now);
+        printer.setColorMode(QPrinter::Color);  // a queue that tells nothing of itself counts as grey otherwise
         if (!painter.begin(&printer)) throw RunTimeError(kPrinter);
     }
     ~Document() { painter.end(); }
