@@ -27,6 +27,7 @@ struct Document {
         printer.setPageOrientation(orientation_now);
         printer.setColorMode(QPrinter::Color);  // a queue that tells nothing of itself counts as grey otherwise
         if (!painter.begin(&printer)) throw RunTimeError(kPrinter);
+        painter.setRenderHint(QPainter::LosslessImageRendering);  // thin lines do not stand compression
     }
     ~Document() { painter.end(); }
 
