@@ -124,6 +124,7 @@ private:
     std::weak_ptr<Window> self_;
     Routines routines_;
     std::shared_ptr<class SystemMenu> system_menu_;
+    bool is_main_;
     bool was_shown_ = false;
     bool unloading_ = false;
 };
@@ -137,8 +138,9 @@ std::shared_ptr<W>& Slot() {
 }
 }  // namespace detail
 
-/// Removes window W: its next touch loads it afresh. Nothing happens if it is not loaded or is being unloaded already.
-/// A handler of it that is still running may go on using the object until it returns.
+/// Removes window W: its next touch loads it afresh (of the main window, the object stays, off the screen for good).
+/// Nothing happens if it is not loaded or is being unloaded already. A handler of it that is still running may go on
+/// using the object until it returns.
 template <class W>
 void Unload() {
     std::shared_ptr<W> window = detail::Slot<W>();
@@ -147,7 +149,8 @@ void Unload() {
     if constexpr (requires { window->Form_Unload(); }) {
         if (window->was_shown_) window->Form_Unload();
     }
-    detail::Slot<W>().reset();
+    // The main window lives as long as the process: a run that is still going on must not meet a new one.
+    if (!window->is_main_) detail::Slot<W>().reset();
     window->Dismiss();
 }
 

@@ -31,7 +31,10 @@ struct Main : Window {
     MenuItem n1{help, "n1", "-"};
     MenuItem exit_item{*this, "exit_item", "Exit"};
     CommandButton Command1{*this, "Command1", {100, 500, 1000, 375}, "Go"};
-    void Form_Unload() { happened.push_back("main unload"); }
+    void Form_Unload() {
+        happened.push_back("main unload");
+        std::fprintf(stderr, "main unload\n");
+    }
 };
 
 }  // namespace
@@ -223,7 +226,7 @@ TEST(SystemMenu, The_end_of_the_session_unloads_a_window_that_refuses_to_close) 
     DrawMenuBar(The<Main>());
     The<Main>().Show();
     EndSession();
-    EXPECT_FALSE(IsLoaded<Main>());
+    EXPECT_FALSE(The<Main>().Visible());
     EXPECT_EQ(happened, Happened{"main unload"});
 }
 
@@ -255,14 +258,25 @@ TEST(Program, Ends_when_its_last_window_is_gone) {
     EXPECT_EQ(happened, Happened{"main unload"});
 }
 
-TEST(Program, Ends_by_itself_on_a_request_to_terminate) {
-    User user;
-    EXPECT_EQ(RunProgram([&] {
-                  user.WhenShown("Main", [] { raise(SIGTERM); });
-                  The<Main>().Show();
-              }),
-              0);
-    EXPECT_EQ(happened, Happened{"main unload"});
+TEST(MainWindow, Stays_the_same_object_after_it_is_unloaded) {
+    The<Main>().Show();
+    const Main* before = &The<Main>();
+    Unload<Main>();
+    EXPECT_EQ(&The<Main>(), before);
+    EXPECT_FALSE(The<Main>().Visible());
+}
+
+TEST(Program, Unloads_the_main_window_and_ends_on_a_request_to_terminate_also_while_a_handler_waits) {
+    EXPECT_EXIT(
+        {
+            User user;
+            RunProgram([&] {
+                The<Main>().Show();
+                raise(SIGTERM);
+                while (true) DoEvents();
+            });
+        },
+        testing::ExitedWithCode(0), "main unload");
 }
 
 TEST(Program, A_run_that_ends_after_the_last_window_holds_nothing_up) {

@@ -17,6 +17,12 @@ namespace vantrel {
 
 namespace {
 
+/// A run may be waiting below this event, for ever: its rows are on the disk, so it is not waited for.
+void EndProgram() {
+    EndSession();
+    ExitNow(0);
+}
+
 #ifdef Q_OS_UNIX
 int signal_pipe[2];
 
@@ -36,7 +42,7 @@ void WatchSignals() {
     QObject::connect(notifier, &QSocketNotifier::activated, qApp, [] {
         char bytes[16];
         [[maybe_unused]] const auto got = read(signal_pipe[0], bytes, sizeof bytes);
-        EndSession();
+        EndProgram();
     });
     struct sigaction action {};
     action.sa_handler = NoteSignal;
@@ -56,7 +62,7 @@ void WatchSessionEnd() {
         qApp, &QGuiApplication::commitDataRequest, qApp, [] { EndSession(); }, Qt::DirectConnection);
     WatchEvents(qApp, qApp, [](QObject* on, QEvent* event) {
         if (on != qApp || event->type() != QEvent::Quit) return false;
-        EndSession();
+        EndProgram();
         return true;
     });
 }

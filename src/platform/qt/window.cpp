@@ -6,7 +6,7 @@
 
 namespace vantrel {
 
-Window::Window(const std::string& name, const std::string& caption, Size client, Kind kind) {
+Window::Window(const std::string& name, const std::string& caption, Size client, Kind kind) : is_main_(kind == kMain) {
     SetUpApplication();
     auto* frame = new WindowFrame(this, name, caption, client, kind);
     frame_ = frame;
