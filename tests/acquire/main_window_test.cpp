@@ -1,0 +1,440 @@
+// The main window: how it starts, what it opens, how the program ends.
+#include "platform/qt/application.h"
+#include "platform/qt/text.h"
+#include "platform/visa.h"
+#include "state/shared.h"
+#include "state/vocabulary.h"
+#include "support/desk.h"
+#include "support/geometry.h"
+#include "windows/DATA_Table.h"
+#include "windows/Form1.h"
+#include "windows/Form3.h"
+#include "windows/Set_Dev.h"
+#include "windows/about_form.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace vantrel {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+/// The names and captions of menu entries, in order.
+Texts EntriesOf(const QWidget* menu) {
+    Texts entries;
+    for (const QAction* entry : menu->actions())
+        entries.push_back(FromQt(entry->objectName()) +
+                          (entry->isSeparator() ? "" : ": " + FromCaption(entry->text())));
+    return entries;
+}
+
+/// A main window at which two instruments can be connected.
+class MainWindow : public Desk {
+protected:
+    MainWindow() { Open(); }
+
+    QMenuBar* MenuBar() const { return user.FindWindow("Form1")->findChild<QMenuBar*>(); }
+    /// Leaves a text in the reading cells that only a rebuild takes away.
+    static void MarkLiveTables() {
+        for (int dev = 0; dev < 4; ++dev) The<Form1>().MSFlexGrid1(dev).SetTextMatrix(1, 0, "a reading");
+    }
+    std::string Reading(int dev) const {
+        return user.CellText("Form1", "MSFlexGrid1(" + std::to_string(dev) + ")", 1, 0);
+    }
+    /// Opens `window` by `open` and tells whether it came up modally.
+    bool ComesUpModally(const std::string& window, const User::Action& open) {
+        bool modal = false;
+        user.WhenShown(window, [&] {
+            modal = user.FindWindow(window)->isModal();
+            user.Close(window);
+        });
+        open();
+        return modal;
+    }
+};
+
+// ---- The window as designed
+
+TEST_F(MainWindow, Bears_its_caption) { EXPECT_EQ(user.Caption("Form1"), "VANTREL MAIN"); }
+
+TEST_F(MainWindow, Has_its_controls_at_their_places) {
+    ExpectDesign(The<Form1>(), {
+                                   {"Command3", 480, 0, 1180, 420},
+                                   {"Command4", 1680, 0, 400, 420},
+                                   {"Command6", 2400, 0, 400, 420},
+                                   {"Command8", 2880, 0, 400, 420},
+                                   {"Command10", 3600, 0, 400, 420},
+                                   {"Command7", 4080, 0, 400, 420},
+                                   {"Command9", 4560, 0, 400, 420},
+                                   {"Command5", 5280, 0, 400, 420},
+                                   {"draw_pic", 480, 480, 13950, 7565},
+                                   {"pic_start", 480, 8160, 255, 255},
+                                   {"pic_end", 14040, 8160, 855, 375},
+                                   {"Command1", 14520, 3960, 375, 550},
+                                   {"Command2", 14520, 4680, 375, 550},
+                                   {"Combo1", 3480, 8160, 5655, 315},
+                               });
+}
+
+TEST_F(MainWindow, Has_its_menus_under_their_names) {
+    const QMenuBar* bar = MenuBar();
+    Texts tops;
+    for (const QAction* top : bar->actions()) tops.push_back(FromCaption(top->text()));
+    EXPECT_EQ(tops, (Texts{"Configuration", "View", "Help", "Exit"}));
+    EXPECT_EQ(FromQt(bar->actions().back()->objectName()), "exit_item");
+    EXPECT_EQ(bar->actions().back()->menu(), nullptr);
+    EXPECT_EQ(EntriesOf(bar->findChild<QMenu*>("configuration")),
+              (Texts{"set_sc: Set Scanner Card ", "set_read: Set read", "set_draw: Set draw", "n1",
+                     "Connected_to_Instrument: Connect to Instrument"}));
+    EXPECT_EQ(EntriesOf(bar->findChild<QMenu*>("view")),
+              (Texts{"Record_View: Record View", "Record_Draw: Record Draw"}));
+    EXPECT_EQ(EntriesOf(bar->findChild<QMenu*>("help")), Texts{"About: About"});
+}
+
+TEST_F(MainWindow, Has_pictures_on_its_tool_bar_and_the_given_tool_tips) {
+    const std::vector<std::pair<std::string, std::string>> tips = {
+        {"Command3", "Start"}, {"Command4", "Stop"},    {"Command6", "See Value ."},
+        {"Command8", ""},      {"Command10", ""},       {"Command7", "Open Record"},
+        {"Command9", ""},      {"Command5", "Printer"},
+    };
+    for (const auto& [button, tip] : tips) {
+        EXPECT_EQ(user.ToolTip("Form1", button), tip) << button;
+        EXPECT_EQ(user.Text("Form1", button), "") << button;
+        EXPECT_FALSE(qobject_cast<QPushButton*>(user.FindControl("Form1", button))->icon().isNull()) << button;
+    }
+}
+
+TEST_F(MainWindow, Tells_a_screen_reader_what_every_button_is_for) {
+    for (const char* button : {"Command1", "Command2", "Command3", "Command4", "Command5", "Command6", "Command7",
+                               "Command8", "Command9", "Command10"}) {
+        const QString name = user.FindControl("Form1", button)->accessibleName();
+        EXPECT_FALSE(name.isEmpty() || name.startsWith("Command")) << button;
+    }
+}
+
+TEST_F(MainWindow, Never_shows_the_backing_copies) {
+    Connect({0});
+    for (int dev = 0; dev < 4; ++dev) EXPECT_FALSE(user.Sees("Form1", "MSFlexGrid2(" + std::to_string(dev) + ")"));
+}
+
+// ---- The start
+
+TEST_F(MainWindow, Starts_with_the_run_controls_off_and_all_others_on) {
+    for (const char* off : {"Command3", "Command4", "Command6", "Command8", "Command10"})
+        EXPECT_FALSE(user.Enabled("Form1", off)) << off;
+    for (const char* on : {"Command5", "Command7", "Command9", "Command1", "Command2", "Combo1"})
+        EXPECT_TRUE(user.Enabled("Form1", on)) << on;
+    for (const char* off : {"set_sc", "set_read", "set_draw"}) EXPECT_FALSE(user.MenuEnabled(off)) << off;
+    for (const char* on : {"Connected_to_Instrument", "Record_View", "Record_Draw", "About", "exit_item"})
+        EXPECT_TRUE(user.MenuEnabled(on)) << on;
+}
+
+TEST_F(MainWindow, Starts_without_a_word_to_any_instrument_and_without_a_file) {
+    EXPECT_EQ(wire->Calls(), Texts{});
+    EXPECT_TRUE(std::filesystem::is_empty(folder / "db"));
+    EXPECT_EQ(DeviceCount, 0);
+}
+
+using MainWindowLoad = Desk;
+
+TEST_F(MainWindowLoad, Sets_the_defaults_of_four_devices_and_leaves_the_fifth) {
+    for (const Integer dev : Each(5)) {
+        ScanCount(dev) = 5;
+        RecordName(dev) = "RecordX";
+    }
+    StopRequested = -1;
+    BaseRow = 2;
+    XZoom = YZoom = 3;
+    Open();
+    for (const Integer dev : Each(4)) {
+        EXPECT_EQ(ScanCount(dev), 0);
+        EXPECT_EQ(RecordName(dev), "0");
+        EXPECT_EQ(ScanModeWord(dev), "SCAN");
+        for (const Integer ch : Each(20)) {
+            EXPECT_EQ(ChannelColor(dev, ch), ColorTable(ch));
+            EXPECT_EQ(ScanRow(dev, ch), " ");
+        }
+    }
+    EXPECT_EQ(ScanCount(4), 5);
+    EXPECT_EQ(RecordName(4), "RecordX");
+    EXPECT_EQ(StopRequested, 0);
+    EXPECT_EQ(BaseRow, 8);
+    EXPECT_EQ(XZoom, 1);
+    EXPECT_EQ(YZoom, 1);
+    EXPECT_EQ(FunctionNames(0), "DCV");
+    EXPECT_EQ(TcoupleTypeNames(6), "T");
+}
+
+TEST_F(MainWindowLoad, Places_the_marker_in_the_middle_of_the_plot) {
+    Open();
+    EXPECT_EQ(The<Form1>().row_stat.Top(), 7565 / 2.0 + 480 + 285 / 2.0);
+}
+
+// ---- The system menu
+
+TEST_F(MainWindow, Has_lost_the_last_five_entries_of_its_system_menu) {
+    EXPECT_EQ(GetMenuItemCount(GetSystemMenu(The<Form1>(), false)), 2);
+    const Qt::WindowFlags flags = user.FindWindow("Form1")->windowFlags();
+    EXPECT_FALSE(flags & Qt::WindowCloseButtonHint);
+    EXPECT_FALSE(flags & Qt::WindowMaximizeButtonHint);
+}
+
+TEST_F(MainWindow, Refuses_a_close_request) {
+    Connect({0});
+    wire->ClearTranscript();
+    StopRequested = 0;
+    user.Close("Form1");
+    EXPECT_TRUE(user.Sees("Form1"));
+    EXPECT_EQ(wire->Calls(), Texts{});
+    EXPECT_EQ(StopRequested, 0);
+}
+
+// ---- What it opens
+
+TEST_F(MainWindow, Opens_the_set_up_dialogs_modally) {
+    Connect({0});
+    for (const auto& [entry, window] :
+         std::vector<std::pair<std::string, std::string>>{{"set_sc", "Set_Dev"},
+                                                          {"set_read", "Form4"},
+                                                          {"set_draw", "Form3"},
+                                                          {"Connected_to_Instrument", "Connect"}})
+        EXPECT_TRUE(ComesUpModally(window, [&, name = entry] { user.Menu(name); })) << entry;
+}
+
+TEST_F(MainWindow, Opens_the_draw_settings_of_all_channels_modally) {
+    Connect({0});
+    EXPECT_TRUE(ComesUpModally("Form2", [&] { user.Click("Form1", "Command8"); }));
+}
+
+TEST_F(MainWindow, Opens_See_Value_the_assignment_dialog_and_About_beside_itself) {
+    Connect({0});
+    user.Click("Form1", "Command6");
+    user.Click("Form1", "Command10");
+    user.Menu("About");
+    for (const char* window : {"DATA_Table", "DB_SET", "about_form"}) {
+        ASSERT_TRUE(user.Sees(window)) << window;
+        EXPECT_FALSE(user.FindWindow(window)->isModal()) << window;
+    }
+}
+
+TEST_F(MainWindow, Rebuilds_the_live_tables_of_all_devices_behind_the_dialogs_that_change_them) {
+    Connect({0, 1});
+    const std::vector<std::pair<std::string, User::Action>> ways = {
+        {"Set_Dev", [&] { user.Menu("set_sc"); }},
+        {"Form3", [&] { user.Menu("set_draw"); }},
+        {"Form2", [&] { user.Click("Form1", "Command8"); }},
+    };
+    for (const auto& [window, open] : ways) {
+        MarkLiveTables();
+        user.WhenShown(window, [&, name = window] {
+            EXPECT_EQ(Reading(0), "a reading") << name;
+            user.Close(name);
+        });
+        open();
+        EXPECT_EQ(Reading(0), "") << window;
+        EXPECT_EQ(Reading(1), "") << window;
+    }
+}
+
+TEST_F(MainWindow, Leaves_the_live_tables_alone_behind_the_read_schedule) {
+    Connect({0});
+    MarkLiveTables();
+    Schedule([] {});
+    EXPECT_EQ(Reading(0), "a reading");
+}
+
+TEST_F(MainWindow, Rebuilds_nothing_without_a_device) {
+    MarkLiveTables();
+    user.WhenShown("Form2", [&] { user.Close("Form2"); });
+    The<Form1>().Command8_Click();
+    EXPECT_EQ(Reading(0), "a reading");
+}
+
+// ---- The device list
+
+TEST_F(MainWindow, Lists_the_ticked_devices_and_shows_one_tab_for_each) {
+    Connect({0, 1});
+    EXPECT_EQ(user.Entries("Form1", "Combo1"), (Texts{DeviceSerial(0), DeviceSerial(1)}));
+    EXPECT_EQ(user.Text("Form1", "Combo1"), DeviceSerial(0));
+    EXPECT_EQ(user.TabText("Form1", "SSTab1", 1), DeviceSerial(1));
+    EXPECT_FALSE(user.SeesTab("Form1", "SSTab1", 2));
+}
+
+TEST_F(MainWindow, Rebuilds_all_live_tables_and_turns_the_controls_on_at_every_way_of_choosing_a_device) {
+    Connect({0, 1});
+    const std::vector<std::pair<std::string, User::Action>> ways = {
+        {"another entry", [&] { user.Pick("Form1", "Combo1", DeviceSerial(1)); }},
+        {"the same entry", [&] { user.Pick("Form1", "Combo1", DeviceSerial(1)); }},
+        {"a key", [&] { user.TypeOn("Form1", "Combo1", "x"); }},
+        {"a text from the program", [] { The<Form1>().Combo1.SetText("a text"); }},
+        {"an index from the program", [] { The<Form1>().Combo1.SetListIndex(0); }},
+    };
+    for (const auto& [way, choose] : ways) {
+        MarkLiveTables();
+        The<Form1>().Disable_All();
+        choose();
+        EXPECT_EQ(Reading(0), "") << way;
+        EXPECT_EQ(Reading(1), "") << way;
+        EXPECT_TRUE(user.Enabled("Form1", "Command3")) << way;
+    }
+}
+
+TEST_F(MainWindow, Turns_no_control_on_for_a_text_in_the_empty_device_list) {
+    user.TypeOn("Form1", "Combo1", "x");
+    EXPECT_FALSE(user.Enabled("Form1", "Command3"));
+}
+
+TEST_F(MainWindow, Turns_Start_on_in_a_run_when_a_device_is_chosen) {
+    Connect({0, 1});
+    bool start_before = true;
+    bool start_after = false;
+    bool exit_after = true;
+    clock.At(static_cast<int>(clock.Elapsed()) + 3000, [&] {
+        start_before = user.Enabled("Form1", "Command3");
+        user.Pick("Form1", "Combo1", DeviceSerial(1));
+        start_after = user.Enabled("Form1", "Command3");
+        exit_after = user.MenuEnabled("exit_item");
+    });
+    RunAndStopAfter(5000);
+    EXPECT_FALSE(start_before);
+    EXPECT_TRUE(start_after);
+    EXPECT_FALSE(exit_after);
+}
+
+TEST_F(MainWindow, Offers_printing_only_while_no_run_is_on) {
+    Connect({0});
+    bool in_run = true;
+    clock.At(static_cast<int>(clock.Elapsed()) + 3000, [&] { in_run = user.Enabled("Form1", "Command5"); });
+    RunAndStopAfter(5000);
+    EXPECT_FALSE(in_run);
+    EXPECT_TRUE(user.Enabled("Form1", "Command5"));
+}
+
+// ---- The end
+
+std::uint64_t TellClose(std::uint64_t object) {
+    std::fprintf(stderr, "viClose(%d) stop %d\n", static_cast<int>(object), static_cast<int>(StopRequested));
+    return 0xBFFF000E;  // a failing status, which nobody tests
+}
+
+/// A VISA library that tells of each close on the error output.
+void TellCloses() {
+    VisaEntryPoints library;
+    library.viClose = TellClose;
+    UseVisa(library);
+}
+
+TEST_F(MainWindow, Exit_stops_closes_the_sessions_in_order_and_ends_the_process) {
+    EXPECT_EXIT(
+        {
+            FindList = 7;
+            DefaultRM = 8;
+            FindCount = 3;
+            for (int i = 0; i < 4; ++i) InstrSession(i) = static_cast<ViSession>(11 + i);
+            TellCloses();
+            user.Menu("exit_item");
+        },
+        testing::ExitedWithCode(0),
+        "^viClose\\(7\\) stop -1\nviClose\\(8\\) stop -1\nviClose\\(11\\) stop -1\nviClose\\(12\\) stop -1\n"
+        "viClose\\(13\\) stop -1\n$");
+}
+
+TEST_F(MainWindow, Exit_without_a_search_closes_two_zeros_and_no_device) {
+    EXPECT_EXIT(
+        {
+            TellCloses();
+            user.Menu("exit_item");
+        },
+        testing::ExitedWithCode(0), "^viClose\\(0\\) stop -1\nviClose\\(0\\) stop -1\n$");
+}
+
+TEST_F(MainWindow, Exit_is_off_in_a_run_until_Stop) {
+    Connect({0});
+    bool before = true;
+    bool after = false;
+    clock.At(static_cast<int>(clock.Elapsed()) + 3000, [&] {
+        before = user.MenuEnabled("exit_item");
+        user.Click("Form1", "Command4");
+        after = user.MenuEnabled("exit_item");
+    });
+    Run();
+    EXPECT_FALSE(before);
+    EXPECT_TRUE(after);
+}
+
+TEST_F(MainWindowLoad, Exit_behind_Stop_ends_the_process_inside_the_run_and_leaves_the_rows) {
+    EXPECT_EXIT(
+        {
+            Open();
+            Connect({0});
+            Assign({"Record1"});
+            clock.At(static_cast<int>(clock.Elapsed()) + 5000, [&] {
+                user.Click("Form1", "Command4");
+                user.Menu("exit_item");
+            });
+            Run();
+            std::_Exit(3);  // the run came to its own end
+        },
+        testing::ExitedWithCode(0), "");
+    EXPECT_GT(RowsOf(Record("Record1")).size(), 1U);
+}
+
+TEST_F(MainWindow, Unloading_it_stops_and_closes_the_sessions_but_does_not_end_the_process) {
+    Connect({0});
+    Texts closes = {"viClose(" + std::to_string(FindList) + ")", "viClose(" + std::to_string(DefaultRM) + ")"};
+    for (int i = 0; i < static_cast<int>(FindCount); ++i)
+        closes.push_back("viClose(" + std::to_string(InstrSession(i)) + ")");
+    wire->ClearTranscript();
+    EndSession();
+    EXPECT_EQ(wire->Calls(), closes);
+    EXPECT_EQ(StopRequested, -1);
+    EXPECT_FALSE(user.Sees("Form1"));
+}
+
+// ---- About
+
+using About = Desk;
+
+TEST_F(About, Tells_name_version_maker_and_address) {
+    Open();
+    user.Menu("About");
+    EXPECT_EQ(user.Caption("about_form"), "About Orlane VANTREL");
+    EXPECT_TRUE(user.Sees("about_form", "Picture1"));
+    EXPECT_EQ(user.Text("about_form", "Label1"), "Orlane VANTREL");
+    EXPECT_EQ(user.Text("about_form", "Label2"), "version 1.1");
+    EXPECT_NE(user.Text("about_form", "Label3"), "");
+    EXPECT_TRUE(user.Text("about_form", "Label4").starts_with("https://"));
+    EXPECT_EQ(user.Text("about_form", "Command1"), "EXIT");
+}
+
+TEST_F(About, Is_unloaded_by_EXIT) {
+    Open();
+    user.Menu("About");
+    user.Click("about_form", "Command1");
+    EXPECT_FALSE(IsLoaded<about_form>());
+    EXPECT_TRUE(user.Sees("Form1"));
+}
+
+TEST_F(About, Opens_its_address_through_the_command_interpreter) {
+    const std::string told = folder / "told";
+    ASSERT_EQ(mkfifo(told.c_str(), 0600), 0);
+    WriteFileBytes(folder / "cmd.exe", "#!/bin/sh\necho \"$@\" >" + told + "\n");
+    std::filesystem::permissions(folder / "cmd.exe", std::filesystem::perms::owner_all);
+    setenv("PATH", (folder.Path() + ":" + std::getenv("PATH")).c_str(), 1);
+    Open();
+    user.Menu("About");
+    user.Click("about_form", "Label4");
+    EXPECT_EQ(FileBytes(told), "/c start " + user.Text("about_form", "Label4") + "\n");
+}
+
+}  // namespace
+}  // namespace vantrel
