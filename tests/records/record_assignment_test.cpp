@@ -280,15 +280,6 @@ TEST_F(Assignment, Marks_no_text_when_it_becomes_active) {
     }
 }
 
-TEST_F(Assignment, Marks_no_text_when_its_button_brings_it_to_the_front_again) {
-    OpenConnected(1);
-    OpenDialog();
-    user.Menu("About");
-    Field(0)->selectAll();
-    OpenDialog();
-    EXPECT_FALSE(Field(0)->hasSelectedText());
-}
-
 TEST_F(Assignment, Is_off_in_a_run_as_far_as_its_button_goes) {
     OpenConnected(1);
     bool in_run = true;
