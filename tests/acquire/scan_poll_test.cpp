@@ -108,6 +108,13 @@ TEST_F(ScanPolling, The_reply_is_read_again_after_the_yield_where_another_may_st
     EXPECT_EQ(ScanCount(0), 0);
 }
 
+TEST_F(ScanPolling, What_comes_in_the_wait_is_handled_at_its_end_and_before_the_reply_is_read_again) {
+    Scanning(Scanner(0, "channel 1-20 VOLT\ncounts 7\n"));
+    After(150, [] { ReplyBuffer = "20\n"; });
+    Poll_Scan(0);
+    EXPECT_EQ(Traffic(), (Texts{kFirst, "0 fetch?"}));
+}
+
 TEST_F(ScanPolling, A_reply_overwritten_in_the_yield_costs_another_poll_but_no_second_time_stamp) {
     Scanning(Scanner(0, "channel 1-20 VOLT\ncounts 20\n"));
     const DateTime first = In(50);

@@ -162,6 +162,24 @@ TEST_F(RunControl, A_failed_read_while_start_prepares_stops_nothing_and_leaves_s
     EXPECT_EQ(ScanCount(0), 2);
 }
 
+TEST_F(RunControl, The_trend_moves_on_once_a_pass_after_the_last_device_and_before_the_interval) {
+    OpenWith(Scanner(0, kFull) + Scanner(1, kFull), 2);
+    Pace(10);
+    bool looked = false;
+    AfterSending("1 fetch?", [&] {
+        EXPECT_EQ(TrendHistory(0, 0)(0), 0);
+        After(1000, [&] {
+            looked = true;
+            EXPECT_EQ(TrendHistory(0, 0)(0), Val(ScanRow(0, 0)));
+            EXPECT_NE(TrendHistory(0, 0)(0), 0);
+            Stop();
+        });
+    });
+    Run();
+    EXPECT_TRUE(looked);
+    EXPECT_EQ(ScanCount(0), 1);
+}
+
 // ---- other windows
 
 TEST_F(RunControl, A_modal_dialog_opened_in_a_yield_holds_the_run_until_it_closes) {

@@ -69,7 +69,7 @@ TEST_F(RunOnTheWire, One_shot_of_45_readings_is_one_pass_that_sweeps_until_they_
     for (std::size_t col = 7; col < 22; ++col) EXPECT_EQ(rows[2][col], " ");
 }
 
-TEST_F(RunOnTheWire, One_shot_on_a_bench_in_real_time_stores_every_row) {
+TEST_F(RunOnTheWire, One_shot_at_the_instruments_own_pace_stores_every_row) {
     OpenWith(Scanner(0) + Scanner(1), 2);
     Count("45");
     Assign({"Record1", "Record2"});
