@@ -212,7 +212,8 @@ struct Place {
     int page = -1;
 };
 
-/// What all controls share. The order in which the controls of a window are declared is their tab order.
+/// What all controls share. The order in which the controls of a window are declared is their tab order, as long as
+/// SetTabOrder gives no other.
 class Control {
 public:
     ~Control();
@@ -239,6 +240,8 @@ public:
     /// Sets the background; the widget has it as property BackColor, too.
     void SetBackColor(Colour colour);
     void SetFocus();
+    /// Whether the Tab key stops here, as it does at first. A click goes on giving it the focus.
+    void SetTabStop(bool stop);
 
     QWidget* Widget() const { return widget_; }
 
@@ -261,6 +264,9 @@ private:
     bool has_back_color_ = false;
     Colour back_color_ = 0;
 };
+
+/// Has the Tab key go from each of `controls`, all of one window, to the next one.
+void SetTabOrder(const std::vector<Control*>& controls);
 
 /// Elements 0 to N-1 of one kind under the names name(0), name(1) ... An element that is not there raises error 340.
 template <class C, int N>
@@ -439,6 +445,8 @@ public:
     void SetRowPosition(int row, int to);
     /// Shows equal neighbours of row `row` as one band.
     void SetMergeRow(int row, bool merge);
+    /// With scroll bars, as at first, where the cells need them; without, a grid that never scrolls.
+    void SetScrollBars(bool shown);
 
     float ColWidth(int col) const;  ///< twips
     void SetColWidth(int col, float width);

@@ -190,4 +190,28 @@ TEST_F(Combos, A_narrow_one_shows_its_letter_and_an_arrow) {
     EXPECT_GE(narrow.lineEdit()->width(), 17);
 }
 
+TEST_F(Combos, A_text_wider_than_the_field_is_drawn_in_narrower_letters) {
+    box.SetWidth(57 * 15);
+    const auto fits = [this] {
+        const QLineEdit& field = *qt.lineEdit();
+        return QFontMetrics(field.font()).horizontalAdvance(field.text()) < field.width() - 4;
+    };
+    for (const char* text : {"4W,TEMP", "PT3916"}) {
+        box.SetText(text);
+        EXPECT_TRUE(fits()) << text;
+    }
+    user.Type("Trial", "Combo1", "4W,TEMP");
+    EXPECT_TRUE(fits());
+    box.SetText("2W");
+    EXPECT_EQ(qt.lineEdit()->font().stretch(), qt.font().stretch());
+}
+
+TEST_F(Combos, The_open_list_of_a_narrow_one_shows_its_entries_whole) {
+    box.SetWidth(35 * 15);
+    box.AddItem("4W,TEMP");
+    qt.showPopup();
+    EXPECT_GT(qt.view()->viewport()->width(), QFontMetrics(qt.view()->font()).horizontalAdvance("4W,TEMP"));
+    qt.hidePopup();
+}
+
 }  // namespace vantrel

@@ -60,6 +60,30 @@ TEST_F(Controls, A_hidden_one_reports_what_it_was_told_whatever_its_window_does)
     EXPECT_TRUE(trial.Text1.Visible());
 }
 
+TEST_F(Controls, Tab_goes_through_them_in_the_order_that_they_are_given) {
+    SetTabOrder({&trial.Text1, &trial.Command1, &trial.narrow});
+    trial.Text1.SetFocus();
+    Happened stops;
+    for (int i = 0; i < 3; ++i) {
+        user.Press("Trial", Qt::Key_Tab);
+        stops.push_back(user.FindWindow("Trial")->focusWidget()->objectName().toStdString());
+    }
+    EXPECT_EQ(stops, (Happened{"Command1", "narrow", "Check1"}));
+}
+
+TEST_F(Controls, Tab_passes_one_that_is_no_stop_and_a_click_still_gives_it_the_focus) {
+    trial.narrow.SetTabStop(false);
+    trial.Combo1.SetFocus();
+    user.Press("Trial", Qt::Key_Tab);
+    EXPECT_EQ(user.FindWindow("Trial")->focusWidget()->objectName(), "Text1");
+    user.Click("Trial", "narrow");
+    EXPECT_EQ(user.FindWindow("Trial")->focusWidget()->objectName(), "narrow");
+    trial.narrow.SetTabStop(true);
+    trial.Combo1.SetFocus();
+    user.Press("Trial", Qt::Key_Tab);
+    EXPECT_EQ(user.FindWindow("Trial")->focusWidget()->objectName(), "narrow");
+}
+
 TEST_F(Controls, A_text_box_runs_its_change_for_each_key_and_for_an_assignment_that_differs) {
     trial.Text1.OnChange = [&] { happened.push_back(trial.Text1.Text()); };
     user.Type("Trial", "Text1", "12");

@@ -68,6 +68,23 @@ TEST_F(Grids, Clearing_empties_the_texts_and_keeps_the_colours) {
     EXPECT_EQ(grid.CellBackColor(), 255);
 }
 
+TEST_F(Grids, Without_scroll_bars_it_never_scrolls) {
+    grid.SetColWidth(2, 9000);
+    DoEvents();
+    ASSERT_GT(view.horizontalScrollBar()->maximum(), 0);
+    grid.SetScrollBars(false);
+    DoEvents();
+    EXPECT_EQ(view.viewport()->size(), view.size());
+    view.scrollTo(view.model()->index(5, 4));
+    EXPECT_EQ(view.horizontalScrollBar()->value(), 0);
+    grid.SetColWidth(3, 9000);
+    DoEvents();
+    EXPECT_EQ(view.horizontalScrollBar()->maximum(), 0);
+    grid.SetScrollBars(true);
+    DoEvents();
+    EXPECT_GT(view.horizontalScrollBar()->maximum(), 0);
+}
+
 TEST_F(Grids, A_row_moves_and_those_between_close_up) {
     for (int row = 2; row < 6; ++row) grid.SetTextMatrix(row, 0, std::to_string(row));
     grid.SetRowPosition(2, 5);

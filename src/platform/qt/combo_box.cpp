@@ -1,7 +1,9 @@
 #include "platform/qt/event_filter.h"
+#include "platform/qt/style.h"
 #include "platform/qt/text.h"
 #include "platform/toolkit.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -11,6 +13,7 @@
 namespace vantrel {
 
 /// An editable combo box without a will of its own: it completes nothing, looks nothing up and selects nothing.
+/// Narrower letters rather than a cut text.
 class ComboWidget : public QComboBox {
 public:
     ComboWidget() {
@@ -24,6 +27,7 @@ public:
         // Qt looks the text up when the field is left or Enter is pressed. Cutting the field off ends that.
         lineEdit()->disconnect(this);
         connect(lineEdit(), &QLineEdit::textChanged, this, &QComboBox::editTextChanged);
+        connect(lineEdit(), &QLineEdit::textChanged, this, &ComboWidget::Fit);
     }
 
     /// The entry that Qt holds for the current one, without a signal and without a change of the field.
@@ -43,14 +47,33 @@ public:
         const QSignalBlocker quiet(lineEdit());
         lineEdit()->setText(text);
         lineEdit()->setCursorPosition(0);
+        Fit();
+    }
+
+    /// The list is as wide as its entries, where they are wider than the box.
+    void showPopup() override {
+        constexpr int kListFrame = 4;
+        view()->setMinimumWidth(view()->sizeHintForColumn(0) + kListFrame);
+        QComboBox::showPopup();
     }
 
 protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QComboBox::resizeEvent(event);
+        Fit();
+    }
+
     void wheelEvent(QWheelEvent* event) override {
         if (hasFocus())
             QComboBox::wheelEvent(event);
         else
             event->ignore();
+    }
+
+private:
+    void Fit() {
+        constexpr int kFieldMargins = 5;  // with the cursor
+        lineEdit()->setFont(FittingFont(font(), lineEdit()->text(), lineEdit()->width() - kFieldMargins));
     }
 };
 

@@ -102,4 +102,11 @@ void Control::SetBackColor(Colour colour) {
 
 void Control::SetFocus() { widget_->setFocus(Qt::OtherFocusReason); }
 
+void Control::SetTabStop(bool stop) { widget_->setFocusPolicy(stop ? Qt::StrongFocus : Qt::ClickFocus); }
+
+void SetTabOrder(const std::vector<Control*>& controls) {
+    for (std::size_t i = 1; i < controls.size(); ++i)
+        QWidget::setTabOrder(controls[i - 1]->Widget(), controls[i]->Widget());
+}
+
 }  // namespace vantrel

@@ -159,6 +159,8 @@ void MSFlexGrid::SetMergeRow(int row, bool merge) {
     view_->SetMergeRow(row, merge);
 }
 
+void MSFlexGrid::SetScrollBars(bool shown) { view_->SetScrollBars(shown); }
+
 float MSFlexGrid::ColWidth(int col) const {
     CheckCol(col);
     return widths_[Index(col)];

@@ -59,6 +59,7 @@ public:
     /// The cell at a point of the viewport, fixed ones first; (-1, -1) beside the cells.
     QPoint CellAt(const QPoint& point) const;  ///< x: column, y: row
     void SetMergeRow(int row, bool merge);
+    void SetScrollBars(bool shown);
     /// Row and column sizes in pixels have changed, or the fixed cells.
     void Refresh();
 
@@ -71,6 +72,7 @@ public slots:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void updateGeometries() override;
     void scrollContentsBy(int dx, int dy) override;
     void scrollTo(const QModelIndex& index, ScrollHint hint) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -91,6 +93,7 @@ private:
 
     GridModel* cells_;
     std::vector<bool> merged_;
+    bool scrolls_ = true;
 };
 
 }  // namespace vantrel

@@ -90,6 +90,21 @@ bool GridView::IsMerged(int row) const {
     return at < merged_.size() && merged_[at];
 }
 
+void GridView::SetScrollBars(bool shown) {
+    scrolls_ = shown;
+    setHorizontalScrollBarPolicy(shown ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(shown ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    updateGeometries();
+}
+
+void GridView::updateGeometries() {
+    QTableView::updateGeometries();
+    if (scrolls_) return;
+    // Qt scrolls by wheel and to a clicked cell without a bar, too.
+    horizontalScrollBar()->setRange(0, 0);
+    verticalScrollBar()->setRange(0, 0);
+}
+
 int GridView::FixedWidth() const {
     int width = 0;
     for (int col = 0; col < std::min(cells_->fixed_cols, cells_->columnCount()); ++col) width += columnWidth(col);

@@ -12,7 +12,8 @@ namespace vantrel {
 
 namespace {
 
-constexpr int kComboArrowPixels = 14;
+/// Width of a combo box's arrow in pixels. A narrow box needs the room for its text.
+int ComboArrowPixels(const QRect& box) { return box.width() < 60 ? 10 : 14; }
 
 /// Fusion, with combo boxes that leave room for a letter at 35 pixels, and tab strips of exactly the designed height.
 class CompactStyle : public QProxyStyle {
@@ -23,9 +24,10 @@ public:
                          const QWidget* widget) const override {
         if (control == CC_ComboBox) {
             const QRect box = option->rect;
+            const int arrow = ComboArrowPixels(box);
             QRect at = box;
-            if (part == SC_ComboBoxArrow) at = box.adjusted(box.width() - kComboArrowPixels - 1, 1, -1, -1);
-            if (part == SC_ComboBoxEditField) at = box.adjusted(2, 1, -kComboArrowPixels - 2, -1);
+            if (part == SC_ComboBoxArrow) at = box.adjusted(box.width() - arrow - 1, 1, -1, -1);
+            if (part == SC_ComboBoxEditField) at = box.adjusted(2, 1, -arrow - 2, -1);
             if (part != SC_ComboBoxListBoxPopup) return visualRect(option->direction, box, at);
         }
         return QProxyStyle::subControlRect(control, option, part, widget);
