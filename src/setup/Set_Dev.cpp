@@ -28,6 +28,12 @@ std::vector<std::string> TcoupleTypes() {
 }  // namespace
 
 Set_Dev::Set_Dev() : Window("Set_Dev", "Set Device", {7335, 5655}) {
+    Grid_Fun.SetScrollBars(false);  // on a card of 10 channels two of its columns lie beyond its edge
+    Grid_Fun.SetTabStop(false);
+    // As the eye reads: a function, the sensor type beside it, the next channel.
+    std::vector<Control*> order;
+    for (const Integer i : Each(ch.Size())) order.insert(order.end(), {&ch(i), &temp(i)});
+    SetTabOrder(order);
     Combo1_dev.OnChange = Combo1_dev.OnClick = [this] { Combo1_dev_Change(); };
     for (const Integer i : Each(ch.Size())) {
         ch(i).OnChange = ch(i).OnClick = [this, i] { ch_Change(i); };

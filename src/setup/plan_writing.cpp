@@ -20,6 +20,17 @@ void WriteTimer(const std::string& text, Integer dev) {
     SendScpi("ROUTe:SCAN:TIMER " + text, dev);
 }
 
+/// A timer that is no number ends SET where it would be converted: nothing of device `dev` goes out, what was sent to
+/// the devices before it stays sent, and the user is told whose timer to mend. Working arrays stay as they are.
+void RefuseTimer(Set_Dev& dialog, Integer dev) {
+    // The shown device may have been written and read back already.
+    if (dialog.Dev_Sel >= 0 && dialog.Dev_Sel < dev) dialog.Fill_Combos();
+    dialog.Plan_Busy = false;
+    MsgBox("The scan timer of " + The<Form1>().Combo1.List(dev) + " is not a number of seconds: \"" +
+           dialog.Timer_Text(dev) + "\". Please key a number.");
+    dialog.Timer_Set.SetFocus();
+}
+
 void WriteChannel(Set_Dev& dialog, Integer dev, Integer i) {
     const Integer slot = SlotOf(dev);
     const int half = ChannelCount(dev) / 2;
@@ -51,12 +62,8 @@ void WriteDevicePlans() {
     for (const Integer dev : Each(DeviceCount)) {
         const Integer slot = SlotOf(dev);
         ScanModeWord(slot) = dialog.Mode_Set(slot) == "SCAN" ? "SCAN" : "SCAN:STEP";
-        // A timer that is no number ends SET here, before this device's timer and functions go out: what was sent to
-        // the devices before it stays sent, and the user is told which device's timer to mend.
         if (!IsNumeric(dialog.Timer_Text(dev))) {
-            dialog.Plan_Busy = false;
-            MsgBox("The scan timer of " + The<Form1>().Combo1.List(dev) + " is not a number of seconds: \"" +
-                   dialog.Timer_Text(dev) + "\". Please key a number.");
+            RefuseTimer(dialog, dev);
             return;
         }
         WriteTimer(dialog.Timer_Text(dev), dev);
