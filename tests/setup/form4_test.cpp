@@ -33,8 +33,7 @@ protected:
     }
 };
 
-// ------------------------------------------------------------------------------------------------------ design and
-// load
+// ----------------------------------------------------------------------------------------------------- design and load
 
 TEST_F(ReadSchedule, Controls_stand_where_they_were_designed) {
     const Form4& dialog = Fresh();

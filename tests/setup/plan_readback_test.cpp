@@ -170,8 +170,7 @@ TEST_F(PlanReadback, Refresh_does_not_load_the_scanner_card_dialog) {
     EXPECT_FALSE(IsLoaded<Set_Dev>());
 }
 
-// --------------------------------------------------------------------------------------------------------------
-// pairing
+// ------------------------------------------------------------------------------------------------------------- pairing
 
 TEST_F(PlanReadback, Four_wire_master_clears_the_slave_half_a_card_behind_it) {
     struct Case {
@@ -246,8 +245,7 @@ TEST_F(PlanReadback, Slave_is_read_back_in_full_as_four_wire_temperature) {
     EXPECT_EQ(Working(5), "4W,TEMP");
 }
 
-// ---------------------------------------------------------------------------------------------- in full, for the
-// dialog
+// --------------------------------------------------------------------------------------------- in full, for the dialog
 
 TEST_F(PlanReadback, Full_read_back_message_by_message) {
     OpenWith(10, "channel 1 TEMP PT385 FRTD\nchannel 2 TCO J\nchannel 3-10 VOLT\n");
@@ -335,8 +333,7 @@ TEST_F(PlanReadback, Reply_with_both_TEMP_and_TCO_counts_as_an_RTD) {
     EXPECT_EQ(wire->Sent(0)[4], "rout:scan:func? 2\n");
 }
 
-// ----------------------------------------------------------------------------------------------------- current
-// channels
+// ---------------------------------------------------------------------------------------------------- current channels
 
 TEST_F(PlanReadback, Current_channel_takes_the_kind_of_voltage_that_the_instrument_tells) {
     struct Case {
