@@ -7,6 +7,7 @@
 #include "windows/Form4.h"
 
 #include <fcntl.h>
+#include <ostream>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -289,6 +290,7 @@ TEST_F(RunController, One_shot_below_the_active_channels_stores_the_partial_row)
 struct Targets {
     std::string number;
     int target, threshold;
+    friend std::ostream& operator<<(std::ostream& out, const Targets& targets) { return out << targets.number; }
 };
 
 class OneShotTargets : public RunController, public testing::WithParamInterface<Targets> {};
