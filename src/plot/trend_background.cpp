@@ -14,6 +14,9 @@ constexpr Colour kGrid = RGB(192, 192, 192);
 constexpr Colour kFrame = RGB(0, 0, 0);
 constexpr Colour kFrameShade = RGB(113, 111, 100);
 
+// Of the column right of the frame only the black and the lowest row go on.
+constexpr int kInside = 926;
+
 // The first of the two pixels of each grid line.
 constexpr std::array kColumns = {58, 116, 174, 232, 291, 349, 407, 465, 523, 582, 640, 698, 756, 815, 873};
 constexpr std::array kRows = {35, 69, 102, 135, 169, 202, 235, 268, 302, 336, 370, 403, 436, 470};
@@ -27,14 +30,14 @@ Drawing TrendBackground() {
     };
     fill(0, 0, kWidth, kHeight, kWhite);
     for (const int x : kColumns) fill(x, 0, 2, kHeight, kGrid);
-    for (const int y : kRows) fill(0, y, kWidth, 2, kGrid);
+    for (const int y : kRows) fill(0, y, kInside, 2, kGrid);
 
-    fill(0, 2, kWidth, 1, kFrameShade);
+    fill(0, 2, kInside, 1, kFrameShade);
     fill(0, 503, kWidth, 1, kGrid);
     fill(0, 0, kWidth, 2, kFrame);
     fill(0, 500, kWidth, 3, kFrame);
     fill(0, 0, 2, 503, kFrame);
-    fill(926, 0, 4, 503, kFrame);
+    fill(kInside, 0, 4, 503, kFrame);
     return drawing;
 }
 

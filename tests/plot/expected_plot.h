@@ -1,0 +1,109 @@
+// What the plot has to look like, worked out from its geometry and its arithmetic and not by the program.
+#pragma once
+
+#include "platform/picture.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <utility>
+#include <vector>
+
+namespace vantrel {
+
+inline Colour ExpectedBackground(int x, int y) {
+    constexpr std::array columns = {58, 116, 174, 232, 291, 349, 407, 465, 523, 582, 640, 698, 756, 815, 873};
+    constexpr std::array rows = {35, 69, 102, 135, 169, 202, 235, 268, 302, 336, 370, 403, 436, 470};
+    constexpr Colour black = 0;
+    constexpr Colour white = RGB(255, 255, 255);
+    constexpr Colour grey = RGB(192, 192, 192);
+    const auto on_line = [](const auto& lines, int at) {
+        return std::ranges::any_of(lines, [at](int line) { return at == line || at == line + 1; });
+    };
+    if (y == 503) return grey;
+    if (y <= 1 || y >= 500) return black;
+    if (x <= 1 || (x >= 926 && x <= 929)) return black;
+    if (x == 930) return white;
+    if (y == 2) return RGB(113, 111, 100);
+    return on_line(columns, x) || on_line(rows, y) ? grey : white;
+}
+
+/// A plot as it should be.
+class ExpectedPlot {
+public:
+    ExpectedPlot() : picture_{kWidth, kHeight, {}} {
+        for (int y = 0; y < kHeight; ++y)
+            for (int x = 0; x < kWidth; ++x) picture_.pixels.push_back(ExpectedBackground(x, y));
+    }
+
+    /// Adds the trace of readings, newest first, with the zero line on grid row `base_row`. Returns its end in twips.
+    std::pair<double, double> Trace(const std::vector<double>& newest_first, double division, double offset,
+                                    Colour colour, int base_row = 8) {
+        const double x_step = 13950.0 / 160;
+        const double y_step = 7565.0 / 15 / division;
+        const double base = base_row * (7565.0 / 15);
+        double x = -x_step;
+        double y = base;
+        for (const double value : newest_first) {
+            const double up = (value - offset) * y_step - (base - y);
+            const auto dy = static_cast<float>(up > 9.9e8 ? 9.9e8 : up < -9.9e8 ? -9.9e8 : -up);
+            const float to_x = static_cast<float>(x) + static_cast<float>(x_step);
+            const float to_y = static_cast<float>(y) + dy;
+            Line(Pixel(static_cast<float>(x)), Pixel(static_cast<float>(y)), Pixel(to_x), Pixel(to_y), colour);
+            x = to_x;
+            y = to_y;
+        }
+        return {x, y};
+    }
+
+    const Picture& Image() const { return picture_; }
+
+private:
+    static constexpr int kWidth = 931;
+    static constexpr int kHeight = 504;
+
+    static std::int64_t Pixel(float twips) { return std::llround(static_cast<double>(twips) / 15); }
+
+    /// Both ends included; on the shorter axis the nearest pixel, of two equally near ones the further down or right.
+    void Line(std::int64_t x0, std::int64_t y0, std::int64_t x1, std::int64_t y1, Colour colour) {
+        const bool flat = std::abs(x1 - x0) >= std::abs(y1 - y0);
+        const std::int64_t from = flat ? x0 : y0;
+        const std::int64_t length = flat ? x1 - x0 : y1 - y0;
+        const std::int64_t across = flat ? y0 : x0;
+        const std::int64_t slant = flat ? y1 - y0 : x1 - x0;
+        const std::int64_t steps = std::abs(length);
+        for (std::int64_t at = 0; at < (flat ? kWidth : kHeight); ++at) {
+            const std::int64_t step = length < 0 ? from - at : at - from;
+            if (step < 0 || step > steps) continue;
+            const std::int64_t other = across + (steps == 0 ? 0 : Floor(2 * slant * step + steps, 2 * steps));
+            flat ? Dot(at, other, colour) : Dot(other, at, colour);
+        }
+    }
+
+    static std::int64_t Floor(std::int64_t a, std::int64_t b) { return a / b - (a % b < 0 ? 1 : 0); }
+
+    void Dot(std::int64_t x, std::int64_t y, Colour colour) {
+        if (x >= 0 && x < kWidth && y >= 0 && y < kHeight)
+            picture_.pixels[static_cast<std::size_t>(y * kWidth + x)] = colour;
+    }
+
+    Picture picture_;
+};
+
+/// Every pixel is as expected; tells the first one that is not.
+inline void ExpectSame(const Picture& picture, const Picture& expected) {
+    ASSERT_EQ(picture.width, expected.width);
+    ASSERT_EQ(picture.height, expected.height);
+    int wrong = 0;
+    for (int y = 0; y < expected.height; ++y)
+        for (int x = 0; x < expected.width; ++x)
+            if (picture.At(x, y) != expected.At(x, y) && wrong++ == 0)
+                ADD_FAILURE() << "pixel (" << x << ", " << y << ") is " << std::hex << picture.At(x, y) << ", not "
+                              << expected.At(x, y);
+    EXPECT_EQ(wrong, 0) << "pixels differ";
+}
+
+}  // namespace vantrel
