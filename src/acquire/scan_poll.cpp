@@ -93,6 +93,7 @@ void Fetch_Readings(Integer dev) {
         Integer f = 0;
         Integer active = 0;
         do {
+            const Integer taken_before = f;
             for (int ch = start; ch < ChannelCount(dev); ++ch) {
                 if (Contains(ChannelPlan(dev, ch), "NONE") || f > last) {
                     ScanRow(dev, ch) = " ";
@@ -112,6 +113,11 @@ void Fetch_Readings(Integer dev) {
                 ScanTime = CDate(FetchTime(dev, row));
                 WriteRecord(dev);
                 Update_Tables(dev);
+                start = 0;
+            } else if (f == taken_before) {
+                // The plan at hand leaves no channel for the fields, as another instrument's may: on with the next row,
+                // and where that has none either, no further.
+                if (start == 0) break;
                 start = 0;
             }
         } while (f <= last);

@@ -140,6 +140,14 @@ TEST_F(FetchedReadings, A_row_over_two_reads_goes_on_at_the_count_of_readings_wh
     EXPECT_EQ(Rows(10), (std::vector<Texts>{{" ", "1", " ", "3", " ", "4\n", " ", " ", " ", " "}}));
 }
 
+TEST_F(FetchedReadings, A_rest_for_which_the_plan_leaves_no_channel_goes_to_the_next_row) {
+    Ready(kFourChannels, FullBuffer("1,2,3", "") + "5,6,7\n");
+    ChannelPlan(0, 3) = "NONE";
+    Fetch_Readings(0);
+    EXPECT_EQ(Cells(4), (Texts{"5", "6", "7\n", " "}));
+    EXPECT_EQ(ScanCount(0), 0);
+}
+
 TEST_F(FetchedReadings, An_empty_field_leaves_the_cell_and_counts_no_reading) {
     Ready(kFourChannels, "1,,3,4\n");
     ScanRow(0, 1) = "old";
