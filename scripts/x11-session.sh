@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # A screen without a display, a program on it, and a person's eyes and hands. To be sourced by a script under
 # "set -euo pipefail" that calls StartScreen, then StartProgram. Everything started here ends with the script, however
 # that ends; OnExit can be redefined for what the script itself has to clear away.
@@ -38,8 +39,8 @@ Fail() {
     exit 1
 }
 
-# Until SECONDS COMMAND...: repeats a command until it succeeds; fails if it has not after so many seconds.
-Until() {
+# WaitUntil SECONDS COMMAND...: repeats a command until it succeeds; fails if it has not after so many seconds.
+WaitUntil() {
     local end=$((SECONDS + $1))
     shift
     until "$@"; do
@@ -53,13 +54,13 @@ Until() {
 StartScreen() {
     Xvfb -displayfd 3 -screen 0 1600x900x24 -nolisten tcp -noreset 3>"$scratch/display" 2>"$scratch/Xvfb.log" &
     started+=($!)
-    Until "$hang_on" test -s "$scratch/display" || Fail "Xvfb does not start: $(<"$scratch/Xvfb.log")"
+    WaitUntil "$hang_on" test -s "$scratch/display" || Fail "Xvfb does not start: $(<"$scratch/Xvfb.log")"
     DISPLAY=:$(<"$scratch/display")
     export DISPLAY XDG_RUNTIME_DIR=$scratch
     unset WAYLAND_DISPLAY QT_QPA_PLATFORM QT_SCALE_FACTOR
     openbox >"$scratch/openbox.log" 2>&1 &
     started+=($!)
-    Until "$hang_on" HasWindowManager || Fail "openbox does not start: $(<"$scratch/openbox.log")"
+    WaitUntil "$hang_on" HasWindowManager || Fail "openbox does not start: $(<"$scratch/openbox.log")"
 }
 
 HasWindowManager() { xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'; }
@@ -79,7 +80,7 @@ ProgramEnded() { ! ProgramRuns; }
 
 # WaitEnd: waits for the program's end and leaves its exit status in end_status.
 WaitEnd() {
-    Until "$hang_on" ProgramEnded || Fail "the program does not end"
+    WaitUntil "$hang_on" ProgramEnded || Fail "the program does not end"
     end_status=0
     wait "$program_id" || end_status=$?
 }
@@ -115,7 +116,7 @@ WaitWindow() {
 }
 
 # WaitGone WINDOW: waits until the window has left the screen.
-WaitGone() { Until "$hang_on" IsGone "$1" || Fail "the window $(xdotool getwindowname "$1") does not go"; }
+WaitGone() { WaitUntil "$hang_on" IsGone "$1" || Fail "the window $(xdotool getwindowname "$1") does not go"; }
 
 IsGone() { ! xwininfo -id "$1" 2>/dev/null | grep -q IsViewable; }
 
@@ -142,7 +143,7 @@ Picture() {
 WaitChange() {
     local before=$1
     shift
-    Until "$hang_on" LooksDifferent "$before" "$@" || Fail "nothing changes in $(xdotool getwindowname "$1")"
+    WaitUntil "$hang_on" LooksDifferent "$before" "$@" || Fail "nothing changes in $(xdotool getwindowname "$1")"
 }
 
 Look() { Picture "$@" | convert - rgb:- | md5sum; }

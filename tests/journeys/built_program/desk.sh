@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # The built program on a screen of its own, in a folder of its own, with one instrument of three channels that answers
 # quickly. To be sourced by a test: TEST PROGRAM BENCH_FOLDER.
 . "$(dirname "${BASH_SOURCE[0]}")/../../../scripts/x11-session.sh"
@@ -9,7 +10,6 @@ instrument_row="300 1365 6000 255" exit_connect="240 2940 6135 375" # Connect
 tick="240 1335 700 315"
 record_combo="2580 360 2580 315" ok_record="0 2160 5175 495" # DB_SET
 start="480 0 1180 420" stop="1680 0 400 420" set_record="3600 0 400 420" # Form1
-exit_about="240 1800 5295 375" # about_form
 
 # The program finds its records beside itself: here it has a folder of its own, on the same disk for a link to do.
 desk=$(mktemp -d "$PWD/desk.XXXXXX")
@@ -71,7 +71,7 @@ HasRows() { (($(Rows) >= $1)); }
 # RunUntil ROWS: starts a run and waits until the record has so many rows.
 RunUntil() {
     Click "$main" $start
-    Until "$hang_on" HasRows "$1" || Fail "the run stores no $1 rows"
+    WaitUntil "$hang_on" HasRows "$1" || Fail "the run stores no $1 rows"
 }
 
 # ExpectSound ROWS: the record is whole, with at least so many rows, numbered 1, 2, 3 ... in stored order.
