@@ -129,7 +129,8 @@ void ApplyLook(QApplication& application) {
 }
 
 QFont FittingFont(QFont font, const QString& text, int width) {
-    for (int percent = 95; percent >= kNarrowest && QFontMetrics(font).horizontalAdvance(text) > width; percent -= 5)
+    // Exactly, not in whole pixels: a text that is a fraction of one too wide would end in an ellipsis.
+    for (int percent = 95; percent >= kNarrowest && QFontMetricsF(font).horizontalAdvance(text) > width; percent -= 5)
         font.setStretch(percent);
     return font;
 }
