@@ -128,6 +128,7 @@ void Form1::Connected_to_Instrument_Click() {
     Unload<Form3>();
     Unload<Connect>();
     The<Connect>().ShowModal();
+    const BusyCursor busy;
     if (DeviceCount == 0) {
         Disable_All();
     } else {

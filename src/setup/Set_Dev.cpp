@@ -46,6 +46,7 @@ Set_Dev::Set_Dev() : Window("Set_Dev", "Set Device", {7335, 5655}) {
 }
 
 void Set_Dev::Form_Load() {
+    const BusyCursor busy;
     Plan_Busy = true;
     Combo_Scan_model.Clear();
     Combo_Scan_model.AddItem("SCAN");
@@ -203,7 +204,10 @@ void Set_Dev::Timer_Set_Change() { Timer_Text(Dev_Sel) = Timer_Set.Text(); }
 
 void Set_Dev::Combo_Scan_model_Change() { Mode_Set(SlotOf(Dev_Sel)) = Combo_Scan_model.Text(); }
 
-void Set_Dev::Command1_Click() { WriteDevicePlans(); }
+void Set_Dev::Command1_Click() {
+    const BusyCursor busy;
+    WriteDevicePlans();
+}
 
 void Set_Dev::Command2_Click() { Unload<Set_Dev>(); }
 

@@ -10,8 +10,10 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QDesktopServices>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QProcess>
+#include <QPushButton>
 #include <QScreen>
 #include <QStandardPaths>
 #include <QUrl>
@@ -25,6 +27,22 @@ namespace {
 
 bool in_program = false;  // inside the event loop of RunProgram
 
+/// The plain cursor, also while the wait cursor is on: a dialog waits for the user.
+class AnswerCursor {
+public:
+    AnswerCursor() : busy_(QGuiApplication::overrideCursor() != nullptr) {
+        if (busy_) QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+    }
+    ~AnswerCursor() {
+        if (busy_) QGuiApplication::restoreOverrideCursor();
+    }
+    AnswerCursor(const AnswerCursor&) = delete;
+    AnswerCursor& operator=(const AnswerCursor&) = delete;
+
+private:
+    bool busy_;
+};
+
 /// Makes `dialog` belong to the window that is in front, without being owned by it: that window may be unloaded while
 /// the dialog is open.
 void AttachToFront(QDialog& dialog, QWidget* front) {
@@ -34,7 +52,16 @@ void AttachToFront(QDialog& dialog, QWidget* front) {
     PlaceOver(&dialog, front);
 }
 
+/// A message box is as wide as its text; a short text would leave its title no room.
+void WidenForTitle(QMessageBox& box) {
+    constexpr int kWidth = 220;  // pixels
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
+        grid->addItem(new QSpacerItem(kWidth, 0, QSizePolicy::Minimum, QSizePolicy::Fixed), grid->rowCount(), 0, 1,
+                      grid->columnCount());
+}
+
 int RunDialog(QDialog& dialog) {
+    const AnswerCursor cursor;
     const QPointer<QWidget> front = FrontFrame();
     dialog.setWindowModality(Qt::ApplicationModal);
     AttachToFront(dialog, front);
@@ -94,6 +121,8 @@ void DoEvents() {
 void MsgBox(const std::string& text) {
     QMessageBox box(QMessageBox::NoIcon, "VANTREL", ToQt(text), QMessageBox::Ok);
     box.setTextFormat(Qt::PlainText);
+    box.button(QMessageBox::Ok)->setIcon({});
+    WidenForTitle(box);
     RunDialog(box);
 }
 

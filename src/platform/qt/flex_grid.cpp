@@ -20,7 +20,7 @@ std::size_t Index(int i) { return static_cast<std::size_t>(i); }
 /// columns end where their sum ends.
 void PlaceSections(QHeaderView& header, const std::vector<float>& sizes, int first) {
     double edge = std::accumulate(sizes.begin(), sizes.begin() + first, 0.0);
-    for (int i = first; i < static_cast<int>(sizes.size()); ++i) {
+    for (int i = first; i < header.count(); ++i) {
         const int from = ToPixels(edge);
         edge += sizes[Index(i)];
         const int size = ToPixels(edge) - from;
@@ -74,7 +74,8 @@ void MSFlexGrid::SetRows(int rows) {
     if (rows < 0) throw RunTimeError(kGridRow);
     const int before = Rows();
     cells_->SetRows(rows);
-    heights_.resize(Index(rows), kRowHeight);
+    // A row that is dropped and comes back has the height that it had.
+    heights_.resize(std::max(Index(rows), heights_.size()), kRowHeight);
     if (rows > before) PlaceRows(before);
     row_ = std::min(row_, rows - 1);
 }

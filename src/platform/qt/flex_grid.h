@@ -73,6 +73,7 @@ public slots:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void updateGeometries() override;
+    void rowsInserted(const QModelIndex& parent, int first, int last) override;
     void scrollContentsBy(int dx, int dy) override;
     void scrollTo(const QModelIndex& index, ScrollHint hint) override;
     void mousePressEvent(QMouseEvent* event) override;

@@ -190,6 +190,14 @@ void GridView::dataChanged(const QModelIndex& top_left, const QModelIndex& botto
     if (cells_->IsFixed(top_left.row(), top_left.column()) || IsMerged(top_left.row())) viewport()->update();
 }
 
+// Whoever looks at the end of a growing list goes on looking at its end.
+void GridView::rowsInserted(const QModelIndex& parent, int first, int last) {
+    const QScrollBar* bar = verticalScrollBar();
+    const bool follows = first == last && bar->value() == bar->maximum();
+    QTableView::rowsInserted(parent, first, last);
+    if (follows) scrollToBottom();
+}
+
 void GridView::scrollContentsBy(int dx, int dy) {
     QTableView::scrollContentsBy(dx, dy);
     viewport()->update();  // what was moved along with the rest of the picture are fixed cells

@@ -77,6 +77,7 @@ bool WindowFrame::Appear(Qt::WindowModality modality) {
 
 void WindowFrame::AttachToOwner() {
     winId();
+    if (windowTitle().isEmpty()) windowHandle()->setTitle(" ");  // else Qt puts the program's name there
     WindowFrame* owner = IsMain() ? nullptr : FrontFrame();
     if (owner && !owner->isModal() && !owner->IsMain()) {  // beside other dialogs, over the main window
         const auto main = std::ranges::find_if(OnScreen(), [](const WindowFrame* frame) { return frame->IsMain(); });
