@@ -103,8 +103,8 @@ FindWindow() {
     return 1
 }
 
-# WaitWindow TITLE [WIDTHxHEIGHT]: prints the id of the window once it is up: active, painted and at rest. Dialogs
-# without a title and message boxes are called VANTREL; their size tells them apart.
+# WaitWindow TITLE [WIDTHxHEIGHT]: prints the id of the window once it is up: active, painted and at rest. Message boxes are
+# called VANTREL; the title of dialogs without a caption is a blank, and their size tells them apart.
 WaitWindow() {
     local end=$((SECONDS + hang_on)) id
     until id=$(FindWindow "$@") && IsUp "$id"; do

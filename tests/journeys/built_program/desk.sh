@@ -50,7 +50,7 @@ ConnectAndAssign() {
     WaitGone "$connect"
     Click "$main" $set_record
     local records
-    records=$(WaitWindow VANTREL 345x177)
+    records=$(WaitWindow " " 345x177)
     Pick "$records" $record_combo 0
     Click "$records" $ok_record
     WaitGone "$records"
