@@ -1,4 +1,4 @@
-// The few text operations that the described behaviour rests on.
+// The few text operations that the logic rests on.
 #pragma once
 
 #include <string>

@@ -71,9 +71,8 @@ struct Size {
 /// What every window is made of. A window of the program is a struct on top of it that holds its controls as members
 /// and has some of these routines, each run through the dispatcher where an event causes it:
 ///   void Form_Load()      when the object comes into being, before whoever touched it goes on
-///   void Form_Activate()  when it becomes the active window after another window of the program (a message box is
-///   none),
-///                         or is shown
+///   void Form_Activate()  when it is shown, or becomes the active window after another window of the program (a
+///                         message box is none)
 ///   void Form_Unload()    when it is unloaded after having been shown, whatever unloads it
 ///   void Form_CloseBox()  instead of unloading, when its close box (or Escape in a dialog) is pressed
 class Window {

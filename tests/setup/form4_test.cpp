@@ -120,7 +120,7 @@ TEST_F(ReadSchedule, A_typed_start_hour_stays_in_its_half_of_the_day) {
 
 // -------------------------------------------------------------------------------------------------------------- states
 
-TEST_F(ReadSchedule, Every_order_of_clicking_the_boxes_leads_to_the_described_state) {
+TEST_F(ReadSchedule, Every_order_of_clicking_the_boxes_leads_to_the_state_of_what_is_ticked) {
     const Texts boxes = {"per_scan_interval", "stop_after_n_scan", "stop_time"};
     constexpr int kClicks = 5;
     constexpr int kOrders = 3 * 3 * 3 * 3 * 3;
