@@ -157,6 +157,16 @@ TEST_F(RunController, Start_shows_each_device_s_tab_under_its_name_and_the_first
     EXPECT_FALSE(user.SeesTab("Form1", "SSTab1", 2));
 }
 
+TEST_F(RunController, Start_has_the_tab_of_the_device_in_front_that_it_reads_back) {
+    // Connecting asks twice for the function of each channel; Start is the third to ask.
+    OpenWith(Scanner(0, kFull) + Scanner(1, kFull + "no-reply 3 \"rout:scan:func? 3\"\n"), 2);
+    int in_front = -1;
+    user.WhenMessage("disconnected", [&] { in_front = user.Index("Form1", "SSTab1"); });
+    StopAfterSending("0 rout:SCAN");
+    Run();
+    EXPECT_EQ(in_front, 1);
+}
+
 TEST_F(RunController, Start_takes_the_plan_that_the_instrument_has_now) {
     OpenWith(Scanner(0, "channel 1-20 VOLT\ncounts 20\nreply 3 \"rout:scan:func? 2\" \"\\\"RES\\\"\\n\"\n"));
     StopAfterSending("0 rout:SCAN");

@@ -4,6 +4,7 @@
 #include "state/shared.h"
 #include "support/run_desk.h"
 #include "windows/Form1.h"
+#include "windows/Form4.h"
 
 #include <cstdio>
 
@@ -33,6 +34,27 @@ TEST_F(RunControl, Stop_in_a_poll_is_seen_at_the_end_of_the_pass_only) {
     EXPECT_EQ(Times("0 fetch?"), 1);
     EXPECT_EQ(Times(kStart), 1);
     EXPECT_EQ(ScanCount(0), 1);
+}
+
+TEST_F(RunControl, Events_run_after_each_device_s_poll) {
+    // A reply that makes no row, so that nothing yields but the run itself.
+    OpenWith(Scanner(0, kFull + "reply \"fetch?\" \"1,2,3\\n\"\n") + Scanner(1, kFull), 2);
+    The<Form4>().N_SCAN.SetText("0");
+    int polls_of_the_next = -1;
+    AfterSending("0 fetch?", [&] {
+        polls_of_the_next = Times("1 rout:scan:state?");
+        Stop();
+    });
+    Run();
+    EXPECT_EQ(polls_of_the_next, 0);
+}
+
+TEST_F(RunControl, Events_run_at_the_end_of_each_pass) {
+    // Without a device a pass has no other yield.
+    Open("");
+    clock.At(Elapsed(), [] { The<Form1>().Command4_Click(); });
+    The<Form1>().Command3_Click();
+    EXPECT_EQ(user.Messages(), Texts{kEnd});
 }
 
 TEST_F(RunControl, Stop_in_the_first_device_s_poll_leaves_the_others_their_pass) {

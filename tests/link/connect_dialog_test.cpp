@@ -223,6 +223,15 @@ TEST_F(ConnectDialog, Devices_have_their_tabs_and_the_run_controls_come_on) {
     EXPECT_EQ(user.CellText("Form1", "MSFlexGrid1(1)", 0, 0), "CH 1(DCV)");
 }
 
+TEST_F(ConnectDialog, Tab_of_the_device_that_is_read_back_is_in_front) {
+    // The scanner card dialog is the first to ask for a function.
+    Open(Instrument(1, 2) + Instrument(2, 2, "channel 1-20 VOLT\nno-reply 2 \"rout:scan:func? 3\"\n"));
+    int in_front = -1;
+    user.WhenMessage("disconnected", [&] { in_front = user.Index("Form1", "SSTab1"); });
+    Connect({0, 1});
+    EXPECT_EQ(in_front, 1);
+}
+
 TEST_F(ConnectDialog, Four_devices_show_all_tabs) {
     Open(Instruments(4));
     Connect({0, 1, 2, 3});

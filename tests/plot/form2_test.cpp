@@ -129,6 +129,26 @@ TEST_F(AllSettings, Editor_takes_size_place_and_text_of_the_cell) {
     EXPECT_EQ(ChannelOffset(0, 3), "12.5");
 }
 
+TEST_F(AllSettings, Keys_go_to_the_editor_as_soon_as_it_is_there) {
+    OpenAndConnect();
+    Settings([this] {
+        ClickAt(2, 2);
+        user.Press("Form2", Qt::Key_7);
+        EXPECT_EQ(user.Text("Form2", "Text1(0)"), "71");
+    });
+}
+
+TEST_F(AllSettings, Events_run_once_the_editor_stands_on_its_cell) {
+    OpenAndConnect();
+    Settings([this] {
+        ClickAt(2, 2);
+        bool ran = false;
+        clock.At(static_cast<int>(clock.Elapsed()), [&] { ran = true; });
+        The<Form2>().MSFlexGrid1_Click(0);
+        EXPECT_TRUE(ran);
+    });
+}
+
 TEST_F(AllSettings, Typing_goes_into_cell_and_setting_at_once_and_nothing_checks_it) {
     OpenAndConnect();
     Settings([this] {

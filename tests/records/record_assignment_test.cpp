@@ -43,6 +43,7 @@ TEST_F(Assignment, Has_each_combo_over_the_cell_of_its_device) {
     EXPECT_EQ(The<DB_SET>().MSFlexGrid1.ColWidth(0), 2587.5F);
     EXPECT_EQ(The<DB_SET>().MSFlexGrid1.ColWidth(1), 2587.5F);
     for (int i = 1; i <= 4; ++i) EXPECT_EQ(The<DB_SET>().MSFlexGrid1.RowHeight(i), 315);
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(The<DB_SET>().Combo1(i).Width(), 2587.5F);
 }
 
 TEST_F(Assignment, Has_one_line_for_each_device) {

@@ -173,6 +173,17 @@ TEST_F(SetDevPairs, A_four_wire_master_greys_its_slave_and_shows_NONE_there) {
     });
 }
 
+TEST_F(SetDevPairs, A_channel_greyed_on_a_small_card_is_free_where_it_is_a_master) {
+    Open(kTenVolts + kTwentyVolts);
+    Connect({0, 1});
+    SetDev([&] {
+        user.Pick("Set_Dev", "ch(0)", "4W");
+        EXPECT_FALSE(user.Enabled("Set_Dev", "ch(5)"));
+        user.Pick("Set_Dev", "Combo1_dev", "Twenty");
+        EXPECT_TRUE(user.Enabled("Set_Dev", "ch(5)"));
+    });
+}
+
 TEST_F(SetDevPairs, On_a_10_channel_card_the_slave_lies_five_channels_on) {
     Open(kTenVolts);
     Connect({0});

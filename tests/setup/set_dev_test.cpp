@@ -119,6 +119,13 @@ TEST_F(SetDevLoad, Shows_the_timer_in_the_notation_of_the_instrument) {
     SetDev([&] { EXPECT_EQ(Shown("Timer_Set"), "+5.00000000E-01"); });
 }
 
+TEST_F(SetDevLoad, Shows_what_the_last_of_its_read_backs_told) {
+    // Connecting reads once, opening three times.
+    Open(kTenVolts + R"(reply 4 "ROUTe:SCAN:TIMER?" "7.5\n")" + "\n");
+    Connect({0});
+    SetDev([&] { EXPECT_EQ(Shown("Timer_Set"), "7.5"); });
+}
+
 TEST_F(SetDevLoad, Neither_opens_the_shunt_dialog_nor_sets_a_tool_tip_for_the_plan_that_it_shows) {
     Open(kTenVolts);
     Connect({0});
