@@ -156,6 +156,7 @@ TEST_F(LiveTrend, Pen_of_a_long_trace_stays_on_the_path_of_single_precision) {
     for (std::size_t i = 20; i < readings.size(); i += 29) readings[i] = kOverload;
     for (std::size_t count = 1; count <= readings.size(); ++count) {
         Pass(0, Str(readings[count - 1]), static_cast<double>(count));
+        if (count % 9 != 0) continue;  // each look draws the whole trace by hand
         std::vector<double> drawn;
         for (std::size_t i = count; i > 0; --i) drawn.push_back(Val(Str(readings[i - 1])));
         const auto end = ExpectedPlot().Trace(drawn, 1, 0, 0);
