@@ -42,7 +42,7 @@ public:
 private:
     static std::size_t Checked(int dev, int ch) {
         if (dev < 0 || dev >= kDevices || ch < 0 || ch >= kChannels) throw RunTimeError(kSubscript);
-        return static_cast<std::size_t>(dev + ch * kDevices);
+        return static_cast<std::size_t>(dev) + static_cast<std::size_t>(ch) * kDevices;
     }
     std::vector<T> cells_;
 };

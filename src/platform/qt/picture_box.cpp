@@ -56,12 +56,13 @@ private:
     template <class DotRoutine>
     void Walk(double from, double to, double across, double slope, int end, const DotRoutine& dot) const {
         const double start = std::round(from * scale_);
-        const double first = std::max(std::min(start, std::round(to * scale_)), -double(pen_));
-        const double last = std::min(std::max(start, std::round(to * scale_)), double(end - 1));
+        const double stop = std::round(to * scale_);
         const double base = std::round(across * scale_);
-        for (double at = first; at <= last; ++at) {
+        const int first = static_cast<int>(std::clamp<double>(std::min(start, stop), -pen_, end));
+        const int last = static_cast<int>(std::clamp<double>(std::max(start, stop), -pen_ - 1, end - 1));
+        for (int at = first; at <= last; ++at) {
             const double place = std::floor(base + (at - start) * slope + 0.5);
-            if (std::abs(place) < kFar) dot(static_cast<int>(at), static_cast<int>(place));
+            if (std::abs(place) < kFar) dot(at, static_cast<int>(place));
         }
     }
 

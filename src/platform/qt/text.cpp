@@ -14,7 +14,8 @@ QString WithStrayBytes(const std::string& text) {
         const auto lead = static_cast<unsigned char>(text[at]);
         const std::size_t length = lead < 0x80 ? 1 : lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
         QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-        const QString piece = decoder(QByteArrayView(text.data() + at, std::min(length, text.size() - at)));
+        const QString piece =
+            decoder(QByteArrayView(text.data() + at, static_cast<qsizetype>(std::min(length, text.size() - at))));
         if (!decoder.hasError()) {
             out += piece;
             at += length;
