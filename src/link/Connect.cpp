@@ -46,6 +46,8 @@ void Connect::Form_Load() {
     MSFlexGrid1.SetColWidth(0, 700);
     MSFlexGrid1.SetColWidth(1, 2000);
     MSFlexGrid1.SetColWidth(2, MSFlexGrid1.Width() - 2700);
+    MSFlexGrid1.SetColAlignmentLeft(1);
+    MSFlexGrid1.SetColAlignmentLeft(2);
     MSFlexGrid1.SetTextMatrix(0, 0, " ");
     MSFlexGrid1.SetTextMatrix(0, 1, "Model");
     MSFlexGrid1.SetTextMatrix(0, 2, "Information");

@@ -442,6 +442,8 @@ public:
     void Clear();
     /// Moves row `row` to position `to`; the rows between move up or down by one.
     void SetRowPosition(int row, int to);
+    /// Aligns column `col` left with its headings, which stand in the middle of their cells at first.
+    void SetColAlignmentLeft(int col);
     /// Shows equal neighbours of row `row` as one band.
     void SetMergeRow(int row, bool merge);
     /// With scroll bars, as at first, where the cells need them; without, a grid that never scrolls.

@@ -8,6 +8,7 @@
 #include "windows/Form3.h"
 #include "windows/Set_Dev.h"
 
+#include <QAbstractItemView>
 #include <algorithm>
 
 namespace vantrel {
@@ -109,6 +110,19 @@ TEST_F(ConnectDialog, Controls_have_their_captions_and_headings) {
         EXPECT_EQ(user.CellText("Connect", kGrid, 0, 1), "Model");
         EXPECT_EQ(user.CellText("Connect", kGrid, 0, 2), "Information");
         EXPECT_EQ(user.ColCount("Connect", kGrid), 3);
+    });
+}
+
+TEST_F(ConnectDialog, Text_columns_align_left_with_their_headings) {
+    Open(Instruments(1));
+    InDialog([this] {
+        const auto* grid = qobject_cast<QAbstractItemView*>(user.FindControl("Connect", kGrid));
+        for (const int row : {0, 1}) {
+            for (const int col : {1, 2}) {
+                const QVariant alignment = grid->model()->index(row, col).data(Qt::TextAlignmentRole);
+                EXPECT_TRUE(alignment.toInt() & Qt::AlignLeft) << row << "," << col;
+            }
+        }
     });
 }
 

@@ -42,6 +42,44 @@ TEST_F(Grids, Rows_dropped_at_the_end_come_back_empty) {
     EXPECT_EQ(user.RowCount("Trial", "MSFlexGrid1(0)"), 6);
 }
 
+TEST_F(Grids, Rows_that_come_back_have_the_height_that_they_had) {
+    grid.SetRowHeight(5, 315);
+    grid.SetRows(3);
+    grid.SetRows(6);
+    EXPECT_EQ(grid.RowHeight(5), 315);
+}
+
+TEST_F(Grids, A_list_that_is_looked_at_at_its_end_goes_on_showing_its_end) {
+    grid.SetRows(100);
+    DoEvents();
+    view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
+    const int before = view.verticalScrollBar()->maximum();
+    grid.SetRows(101);
+    DoEvents();
+    EXPECT_GT(view.verticalScrollBar()->maximum(), before);
+    EXPECT_EQ(view.verticalScrollBar()->value(), view.verticalScrollBar()->maximum());
+}
+
+TEST_F(Grids, A_list_that_is_looked_at_elsewhere_stays_where_it_is) {
+    grid.SetRows(100);
+    DoEvents();
+    view.verticalScrollBar()->setValue(50);
+    grid.SetRows(101);
+    DoEvents();
+    EXPECT_EQ(view.verticalScrollBar()->value(), 50);
+}
+
+TEST_F(Grids, Headings_stand_in_the_middle_unless_their_column_is_aligned_left) {
+    const auto alignment = [this](int row, int col) {
+        return Qt::Alignment(view.model()->index(row, col).data(Qt::TextAlignmentRole).toInt()) &
+               Qt::AlignHorizontal_Mask;
+    };
+    grid.SetColAlignmentLeft(3);
+    EXPECT_EQ(alignment(0, 2), Qt::AlignHCenter);
+    EXPECT_EQ(alignment(0, 3), Qt::AlignLeft);
+    EXPECT_EQ(alignment(4, 2), Qt::AlignLeft);
+}
+
 TEST_F(Grids, A_cell_that_is_not_there_is_an_error) {
     const auto number_of = [](const auto& routine) {
         try {

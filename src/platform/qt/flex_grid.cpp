@@ -155,6 +155,12 @@ void MSFlexGrid::SetRowPosition(int row, int to) {
     PlaceRows(std::min(row, to));
 }
 
+void MSFlexGrid::SetColAlignmentLeft(int col) {
+    CheckCol(col);
+    cells_->left_cols.insert(col);
+    view_->Refresh();
+}
+
 void MSFlexGrid::SetMergeRow(int row, bool merge) {
     CheckRow(row);
     view_->SetMergeRow(row, merge);

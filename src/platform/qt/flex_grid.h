@@ -6,6 +6,7 @@
 #include <QAbstractTableModel>
 #include <QTableView>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,10 @@ public:
     int fixed_rows = 0;
     int fixed_cols = 0;
     bool IsFixed(int row, int col) const { return row < fixed_rows || col < fixed_cols; }
+    std::set<int> left_cols;  ///< columns whose headings are aligned left as their texts are
+    Qt::Alignment Alignment(int row, int col) const {
+        return IsFixed(row, col) && !left_cols.contains(col) ? Qt::AlignHCenter : Qt::AlignLeft;
+    }
 
 private:
     struct Cell {

@@ -18,6 +18,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     const Cell& cell = At(index.row(), index.column());
     if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return ToQt(cell.text);
+    if (role == Qt::TextAlignmentRole) return QVariant(Alignment(index.row(), index.column()) | Qt::AlignVCenter);
     if (role == Qt::BackgroundRole && cell.back_color) return ToQt(*cell.back_color);
     if (role == Qt::ForegroundRole && cell.back_color)
         return QColor(qGray(ToQt(*cell.back_color).rgb()) < 110 ? Qt::white : Qt::black);

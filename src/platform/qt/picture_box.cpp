@@ -22,6 +22,7 @@ class Canvas {
 public:
     Canvas(const Drawing& background, double scale) : scale_(scale), pen_(std::max(1, int(std::lround(scale)))) {
         image_ = QImage(At(background.width), At(background.height), QImage::Format_RGB32);
+        image_.setDevicePixelRatio(scale);
         image_.fill(Qt::white);
         for (const Drawing::Fill& fill : background.fills) Fill(fill);
     }
@@ -97,7 +98,7 @@ public:
 
     void Add(const PixelLine& line) {
         lines_.push_back(line);
-        update();
+        update(Surroundings(line));
     }
 
     QImage Picture() {
@@ -111,12 +112,18 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.fillRect(rect(), palette().window());
-        QImage image = Drawn(devicePixelRatioF()).Image();
-        image.setDevicePixelRatio(devicePixelRatioF());
-        painter.drawImage(QPoint(0, 0), image);
+        painter.drawImage(QPoint(0, 0), Drawn(devicePixelRatioF()).Image());
     }
 
 private:
+    /// The part of the widget that a line can have touched.
+    QRect Surroundings(const PixelLine& line) const {
+        const auto within = [](double at, int end) { return static_cast<int>(std::clamp<double>(at, -1, end)); };
+        const QPoint from(within(std::min(line.x0, line.x1), width()), within(std::min(line.y0, line.y1), height()));
+        const QPoint to(within(std::max(line.x0, line.x1), width()), within(std::max(line.y0, line.y1), height()));
+        return QRect(from, to).adjusted(-1, -1, 1, 1);
+    }
+
     /// The canvas at `scale`, with the lines that came since it was last asked for.
     const Canvas& Drawn(double scale) {
         if (!canvas_ || canvas_->Scale() != scale) {
