@@ -98,7 +98,10 @@ public:
 
     void Add(const PixelLine& line) {
         lines_.push_back(line);
-        update(Surroundings(line));
+        const QRect touched = touched_ | Surroundings(line);
+        if (touched == touched_) return;
+        touched_ = touched;
+        update(touched_);
     }
 
     QImage Picture() {
@@ -110,6 +113,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent*) override {
+        touched_ = {};
         QPainter painter(this);
         painter.fillRect(rect(), palette().window());
         painter.drawImage(QPoint(0, 0), Drawn(devicePixelRatioF()).Image());
@@ -138,6 +142,7 @@ private:
     std::vector<PixelLine> lines_;
     std::unique_ptr<Canvas> canvas_;
     std::size_t drawn_ = 0;  // lines that are on the canvas
+    QRect touched_;          // by lines since the last painting
 };
 
 PlotWidget& PlotOf(QWidget* widget) { return *static_cast<PlotWidget*>(widget); }
