@@ -1,6 +1,5 @@
 // One pass of a run over four instruments of 20 channels, each with a record: what the program does on top of the waits
 // that a pass is made of (50 ms a query, 200 ms a poll). The clock is one that jumps over the waits and counts them.
-#include "platform/qt/application.h"
 #include "platform/toolkit.h"
 #include "state/shared.h"
 #include "support/bench_on_the_wire.h"
@@ -8,8 +7,8 @@
 #include "support/user.h"
 #include "support/virtual_clock.h"
 #include "windows/Form1.h"
+#include "with_windows.h"
 
-#include <benchmark/benchmark.h>
 #include <chrono>
 
 namespace vantrel {
@@ -60,10 +59,4 @@ BENCHMARK(OnePass)->Iterations(1)->Unit(benchmark::kMillisecond);
 }  // namespace
 }  // namespace vantrel
 
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    vantrel::SetUpApplication();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    vantrel::ExitNow(0);
-}
+int main(int argc, char** argv) { vantrel::RunBenchmarksWithWindows(argc, argv); }

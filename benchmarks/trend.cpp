@@ -1,10 +1,10 @@
 // One pass of the trend, 4 devices of 20 channels with 162 points each, against the bare painting of as many lines.
-#include "platform/qt/application.h"
 #include "platform/toolkit.h"
 #include "plot/live_trend.h"
 #include "ratio.h"
 #include "state/shared.h"
 #include "windows/Form1.h"
+#include "with_windows.h"
 
 #include <QImage>
 #include <QPainter>
@@ -93,10 +93,4 @@ BENCHMARK(OneDrawOnTheScreen)->UseManualTime()->Unit(benchmark::kMicrosecond);
 }  // namespace
 }  // namespace vantrel
 
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    vantrel::SetUpApplication();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    vantrel::ExitNow(0);
-}
+int main(int argc, char** argv) { vantrel::RunBenchmarksWithWindows(argc, argv); }
