@@ -181,7 +181,8 @@ void GridView::DrawCell(QPainter& painter, const QRect& box, int row, int col) c
     // The text of a wide band stays in sight when the band is scrolled.
     const QRect seen = box & painter.clipBoundingRect().toRect();
     painter.setPen(qGray(back.rgb()) < 110 ? Qt::white : palette().color(QPalette::Text));
-    DrawFitting(painter, IsMerged(row) ? seen : box, cells_->Alignment(row, col), font(), ToQt(cells_->Text(row, col)));
+    DrawFitting(painter, IsMerged(row) ? seen : box, static_cast<int>(cells_->Alignment(row, col).toInt()), font(),
+                ToQt(cells_->Text(row, col)));
 }
 
 void GridView::dataChanged(const QModelIndex& top_left, const QModelIndex& bottom_right, const QList<int>& roles) {
