@@ -23,6 +23,32 @@ std::string FetchTime(Integer dev, Integer row) {
     return row >= 0 && row < static_cast<int>(times.size()) ? times[static_cast<std::size_t>(row)] : "";
 }
 
+/// Fills ScanRow of device `dev` from channel `start` on with the fields from `f` on, and moves `f` behind those it
+/// took. Each field that is not empty is one reading more in `got`.
+void Fill_Row(Integer dev, int start, const std::vector<std::string>& fields, Integer& f, Integer& got) {
+    for (int ch = start; ch < ChannelCount(dev); ++ch) {
+        const auto at = static_cast<std::size_t>(f);
+        if (Contains(ChannelPlan(dev, ch), "NONE") || at >= fields.size()) {
+            ScanRow(dev, ch) = " ";
+            continue;
+        }
+        if (!fields[at].empty()) {
+            ScanRow(dev, ch) = Trim(fields[at]);
+            ++got;
+        }
+        ++f;
+    }
+}
+
+/// Records and shows the row that the first `got` readings of the pass complete, with the time stamp that was taken for
+/// it.
+void Hand_On_Row(Integer dev, Integer got) {
+    const Integer row = std::ceil(Divide(got, ActiveChannels(dev))) - 1;
+    ScanTime = CDate(FetchTime(dev, row));
+    WriteRecord(dev);
+    Update_Tables(dev);
+}
+
 void Finish_Pass(Integer dev) {
     Fetch_Readings(dev);
     ScanTarget(dev) = 0;
@@ -94,25 +120,11 @@ void Fetch_Readings(Integer dev) {
         Integer active = 0;
         do {
             const Integer taken_before = f;
-            for (int ch = start; ch < ChannelCount(dev); ++ch) {
-                if (Contains(ChannelPlan(dev, ch), "NONE") || f > last) {
-                    ScanRow(dev, ch) = " ";
-                    continue;
-                }
-                const std::string& field = fields[static_cast<std::size_t>(f)];
-                if (!field.empty()) {
-                    ScanRow(dev, ch) = Trim(field);
-                    ++got;
-                }
-                ++f;
-            }
+            Fill_Row(dev, start, fields, f, got);
             const double n = Val(The<Form4>().N_SCAN.Text());
             active = ActiveChannels(dev);
             if (Mod(got, active) == 0 || n == got) {
-                const Integer row = std::ceil(Divide(got, ActiveChannels(dev))) - 1;
-                ScanTime = CDate(FetchTime(dev, row));
-                WriteRecord(dev);
-                Update_Tables(dev);
+                Hand_On_Row(dev, got);
                 start = 0;
             } else if (f == taken_before) {
                 // The plan at hand leaves no channel for the fields, as another instrument's may: on with the next row,
