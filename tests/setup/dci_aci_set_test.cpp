@@ -105,6 +105,34 @@ TEST_F(ShuntDialog, SET_reads_both_numbers_leniently_stores_them_and_closes) {
     EXPECT_TRUE(user.Messages().empty());
 }
 
+TEST_F(ShuntDialog, A_refused_resistance_can_be_mended_in_the_open_dialog) {
+    Open(kTenVolts);
+    OpenFor(1, 2, [&] {
+        Key("abc", "3");
+        EXPECT_EQ(user.Text("DCI_ACI_SET", "curr_set"), "3");
+        user.Type("DCI_ACI_SET", "ohm_set", "5");
+        user.Click("DCI_ACI_SET", "Command1");
+    });
+    EXPECT_EQ(ShuntOhm(1, 2), 5);
+    EXPECT_EQ(ShuntOffset(1, 2), 3);
+}
+
+TEST_F(ShuntDialog, Its_close_box_stores_nothing_and_the_next_opening_shows_the_stored_numbers) {
+    Open(kTenVolts);
+    OpenFor(1, 2, [&] {
+        user.Type("DCI_ACI_SET", "ohm_set", "60");
+        user.Type("DCI_ACI_SET", "curr_set", "3");
+        user.Close("DCI_ACI_SET");
+    });
+    EXPECT_EQ(ShuntOhm(1, 2), 1);
+    EXPECT_EQ(ShuntOffset(1, 2), 0);
+    OpenFor(1, 2, [&] {
+        EXPECT_EQ(user.Text("DCI_ACI_SET", "ohm_set"), "1");
+        EXPECT_EQ(user.Text("DCI_ACI_SET", "curr_set"), "0");
+        user.Close("DCI_ACI_SET");
+    });
+}
+
 TEST_F(ShuntDialog, SET_touches_no_other_channel) {
     Open(kTenVolts);
     OpenFor(1, 2, [&] { Key("50", "4"); });

@@ -207,6 +207,19 @@ TEST_F(ReadSchedule, Lowering_the_maximum_leaves_the_count) {
     EXPECT_EQ(Shown("N_SCAN"), "5000");
 }
 
+TEST_F(ReadSchedule, Once_the_interval_is_gone_the_arrows_end_at_200_where_2000_can_be_typed) {
+    Fresh();
+    Click("per_scan_interval");
+    Click("per_scan_interval");
+    EXPECT_EQ(Shown("stop_after_n_scan"), "Scan Count");
+    user.Move("Form4", "UpDown1", 1500);
+    EXPECT_EQ(Shown("N_SCAN"), "200");
+    user.Type("Form4", "N_SCAN", "1500");
+    Click("Command1");
+    EXPECT_EQ(The<Form4>().N_SCAN.Text(), "1500");
+    EXPECT_TRUE(user.Messages().empty());
+}
+
 TEST_F(ReadSchedule, The_count_takes_digits_and_backspace_and_swallows_every_other_character) {
     Fresh();
     user.Type("Form4", "N_SCAN", "-1.2e3+ 4x5,6");
@@ -276,6 +289,27 @@ TEST_F(ReadSchedule, OK_takes_any_count_while_there_is_an_interval) {
         }
     }
     EXPECT_TRUE(user.Messages().empty());
+}
+
+TEST_F(ReadSchedule, OK_holds_a_pasted_fraction_to_the_same_limits) {
+    for (const auto& [text, after] :
+         std::vector<std::pair<std::string, std::string>>{{"0.99", "1"}, {"1.5", "1.5"}, {"2000.5", "2000"}}) {
+        Fresh();
+        user.Paste("Form4", "N_SCAN", text);
+        Click("Command1");
+        EXPECT_EQ(The<Form4>().N_SCAN.Text(), after);
+    }
+    EXPECT_EQ(user.Messages(), Texts(2, kRangeMessage));
+}
+
+TEST_F(ReadSchedule, OK_reads_the_count_again_behind_the_message) {
+    Fresh();
+    user.Type("Form4", "N_SCAN", "2001");
+    user.WhenMessage(kRangeMessage, [] { The<Form4>().N_SCAN.SetText("0"); });
+    Click("Command1");
+    EXPECT_EQ(The<Form4>().N_SCAN.Text(), "1");
+    EXPECT_EQ(user.Messages(), Texts(2, kRangeMessage));
+    EXPECT_FALSE(user.Sees("Form4"));
 }
 
 TEST_F(ReadSchedule, The_corrected_count_stands_while_the_message_is_up) {

@@ -144,6 +144,21 @@ TEST_F(SetDevSensors, A_chosen_type_comes_back_with_its_function) {
     });
 }
 
+TEST_F(SetDevSensors, One_out_of_sight_keeps_its_place_its_list_and_its_text) {
+    Open(kTwentyVolts);
+    Connect({0});
+    SetDev([&] {
+        user.Pick("Set_Dev", "ch(1)", "TCOUPL");
+        user.Pick("Set_Dev", "temp(1)", "K");
+        const std::vector<float> box = BoxOf(The<Set_Dev>().temp(1));
+        user.Pick("Set_Dev", "ch(1)", "DCV");
+        EXPECT_FALSE(user.Sees("Set_Dev", "temp(1)"));
+        EXPECT_EQ(BoxOf(The<Set_Dev>().temp(1)), box);
+        EXPECT_EQ(user.Entries("Set_Dev", "temp(1)"), kLetters);
+        EXPECT_EQ(Shown("temp(1)"), "K");
+    });
+}
+
 TEST_F(SetDevSensors, A_typed_type_is_taken_as_it_stands) {
     Open(kTwentyVolts + "channel 2 TEMP\n");
     Connect({0});
@@ -229,6 +244,31 @@ TEST_F(SetDevPairs, A_plan_with_four_wire_masters_comes_up_with_their_slaves_gre
         for (int i = 0; i < 20; ++i) EXPECT_EQ(user.Enabled("Set_Dev", Ch(i)), i != 10 && i != 19) << i;
         EXPECT_EQ(Shown("ch(10)"), "NONE");
         EXPECT_EQ(Shown("ch(19)"), "NONE");
+    });
+}
+
+TEST_F(SetDevPairs, A_name_put_on_a_greyed_slave_goes_back_to_NONE) {
+    Open(kTwentyVolts);
+    Connect({0});
+    SetDev([&] {
+        user.Pick("Set_Dev", "ch(2)", "4W");
+        The<Set_Dev>().ch(12).SetText("DCI");
+        EXPECT_EQ(Shown("ch(12)"), "NONE");
+        EXPECT_EQ(The<Set_Dev>().Fun_Set(0, 12), "NONE");
+        EXPECT_EQ(user.ToolTip("Set_Dev", "ch(12)"), "");
+    });
+}
+
+TEST_F(SetDevPairs, A_change_of_any_channel_looks_at_all_pairs) {
+    Open(kTwentyVolts);
+    Connect({0});
+    SetDev([&] {
+        user.Pick("Set_Dev", "ch(9)", "4W");
+        The<Set_Dev>().ch(19).SetEnabled(true);
+        The<Set_Dev>().ch(0).SetEnabled(false);
+        user.Pick("Set_Dev", "ch(14)", "2W");
+        EXPECT_FALSE(user.Enabled("Set_Dev", "ch(19)"));
+        EXPECT_TRUE(user.Enabled("Set_Dev", "ch(0)"));
     });
 }
 
@@ -327,6 +367,21 @@ TEST_F(SetDevCurrent, SET_opens_nothing_and_leaves_tool_tips_alone) {
         Set();
         EXPECT_EQ(Shown("ch(1)"), "DCI");
         EXPECT_EQ(user.ToolTip("Set_Dev", "ch(1)"), "R=50, I= 0");
+    });
+}
+
+TEST_F(SetDevCurrent, A_shown_plan_names_its_channel_to_the_shunt_dialog_with_a_change_of_device_only) {
+    Open(kTenVolts + kOtherTenVolts);
+    Connect({0, 1});
+    ChannelPlan(1, 3) = "DCI";
+    ChannelPlan(0, 4) = "ACI";
+    ShuntChannel = 15;
+    SetDev([&] {
+        Set();
+        EXPECT_EQ(ShuntChannel, 15);
+        user.Pick("Set_Dev", "Combo1_dev", "Other");
+        EXPECT_EQ(ShuntDevice, 1);
+        EXPECT_EQ(ShuntChannel, 3);
     });
 }
 

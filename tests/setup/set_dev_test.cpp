@@ -2,6 +2,7 @@
 #include "windows/Set_Dev.h"
 
 #include "setup/plan.h"
+#include "support/errors.h"
 
 namespace vantrel {
 namespace {
@@ -62,6 +63,20 @@ TEST_F(SetDevLoad, Without_a_device_nothing_is_read_and_the_device_list_is_empty
     EXPECT_EQ(user.Entries("Set_Dev", "Combo1_dev"), Texts{});
     EXPECT_EQ(user.Entries("Set_Dev", "Combo_Scan_model"), (Texts{"SCAN", "STEP"}));
     EXPECT_TRUE(wire->Sent().empty());
+}
+
+TEST_F(SetDevLoad, Without_a_device_the_first_scan_mode_stands_there) {
+    Open(kTenVolts);
+    The<Set_Dev>().Show();
+    EXPECT_EQ(Shown("Combo_Scan_model"), "SCAN");
+    EXPECT_EQ(user.Index("Set_Dev", "Combo_Scan_model"), 0);
+}
+
+TEST_F(SetDevLoad, Coming_up_arms_the_shunt_dialog_also_where_there_is_no_device) {
+    Open(kTenVolts);
+    EXPECT_FALSE(The<Set_Dev>().Show_ACI_DCI);
+    The<Set_Dev>().Show();
+    EXPECT_TRUE(The<Set_Dev>().Show_ACI_DCI);
 }
 
 TEST_F(SetDevLoad, Without_a_device_SET_only_says_that_it_is_complete) {
@@ -331,6 +346,19 @@ TEST_F(SetDevDevice, A_typed_name_that_is_no_device_reads_and_then_leaves_all_as
     });
 }
 
+TEST_F(SetDevDevice, While_none_is_selected_an_edit_is_a_subscript_error) {
+    Open(kTenVolts);
+    Connect({0});
+    SetDev([&] {
+        user.TypeOn("Set_Dev", "Combo1_dev", "x");
+        Set_Dev& dialog = The<Set_Dev>();
+        EXPECT_EQ(ErrorOf([&] { dialog.ch(0).SetText("2W"); }), kSubscript);
+        EXPECT_EQ(ErrorOf([&] { dialog.Timer_Set.SetText("2"); }), kSubscript);
+        EXPECT_EQ(ErrorOf([&] { dialog.Combo_Scan_model.SetText("STEP"); }), kSubscript);
+        EXPECT_EQ(ErrorOf([&] { dialog.Command1_Click(); }), kSubscript);
+    });
+}
+
 TEST_F(SetDevDevice, A_typed_name_of_a_device_selects_it) {
     Open(kTenVolts + kTwentyVolts);
     Connect({0, 1});
@@ -374,6 +402,22 @@ TEST_F(SetDevEdits, A_typed_scan_mode_is_taken_as_it_stands) {
     SetDev([&] {
         user.Type("Set_Dev", "Combo_Scan_model", "step");
         EXPECT_EQ(The<Set_Dev>().Mode_Set(0), "step");
+    });
+}
+
+TEST_F(SetDevEdits, Nothing_reaches_instrument_or_plan_before_SET) {
+    Open(kTenVolts);
+    Connect({0});
+    SetDev([&] {
+        user.Pick("Set_Dev", "ch(1)", "2W");
+        PickCurrent(2, "DCI");
+        user.Type("Set_Dev", "Timer_Set", "7");
+        user.Pick("Set_Dev", "Combo_Scan_model", "STEP");
+        EXPECT_EQ(wire->Sent(0), Texts{});
+        EXPECT_EQ(ChannelPlan(0, 1), "DCV");
+        EXPECT_EQ(ChannelPlan(0, 2), "DCV");
+        EXPECT_EQ(ScanTimerText(0), "0.5");
+        EXPECT_EQ(ScanModeWord(0), "SCAN");
     });
 }
 
@@ -436,6 +480,18 @@ TEST_F(SetDevRows, Functions_and_modes_go_by_row_and_timers_by_device) {
         EXPECT_EQ(ScanModeWord(0), "SCAN");
         EXPECT_EQ(ScanTimerText(0), "3");
         EXPECT_EQ(ScanTimerText(1), "");
+    });
+}
+
+TEST_F(SetDevRows, The_load_takes_functions_and_modes_of_the_row) {
+    Open(kTenVolts + kOtherTenVolts + "channel 3 RES\n");
+    Connect({1});
+    ScanModeWord(1) = "SCAN:STEP";
+    SetDev([&] {
+        EXPECT_EQ(Shown("Combo_Scan_model"), "STEP");
+        EXPECT_EQ(Shown("ch(2)"), "2W");
+        EXPECT_EQ(The<Set_Dev>().Mode_Set(0), "");
+        EXPECT_EQ(The<Set_Dev>().Fun_Set(0, 2), "");
     });
 }
 

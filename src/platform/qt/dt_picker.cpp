@@ -11,7 +11,7 @@ namespace {
 
 /// A date and time field whose "hh" is the hour of the 12-hour clock without a mark for the half of the day. Qt has no
 /// such field: it would take 03:04 for the night. So the hour's digits and steps are handled here, and Qt gets to see
-/// texts with 24 hours only.
+/// texts with 24 hours only. The calendar's limits are Qt's, the years 1752 to 9999.
 class PickerWidget : public QDateTimeEdit {
 public:
     explicit PickerWidget(const QString& format)
