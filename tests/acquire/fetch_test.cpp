@@ -192,6 +192,15 @@ TEST_F(FetchedReadings, The_number_asked_for_makes_a_row_of_what_there_is) {
     EXPECT_EQ(The<Form1>().MSFlexGrid2(0).TextMatrix(3, 1), Stamp(1));
 }
 
+TEST_F(FetchedReadings, A_number_of_0_or_none_at_all_makes_no_row_of_a_part) {
+    for (const char* number : {"0", "", "none"}) {
+        Ready(kFourChannels, "1,2\n");
+        The<Form4>().N_SCAN.SetText(number);
+        Fetch_Readings(0);
+        EXPECT_EQ(ScanCount(0), 0) << number;
+    }
+}
+
 class NumberOfTheSchedule : public FetchedReadings, public testing::WithParamInterface<std::pair<int, int>> {};
 
 TEST_P(NumberOfTheSchedule, Counts_in_every_shape_of_run) {
@@ -275,6 +284,14 @@ TEST_F(FetchedReadings, A_continuation_that_fails_is_a_field_of_blanks_and_the_e
     EXPECT_EQ(Cells(4), (Texts{"", " ", " ", " "}));
     EXPECT_EQ(ScanCount(0), 1);
     EXPECT_TRUE(ListFetchTime(0).empty());
+}
+
+TEST_F(FetchedReadings, A_fetch_that_fails_under_a_fresh_schedule_is_a_row_of_blanks) {
+    Ready(kFourChannels, "1,2,3,4\n");
+    Unload<Form4>();
+    wire->bench.Unplug(0);
+    Fetch_Readings(0);
+    EXPECT_EQ(Rows(4), (std::vector<Texts>{{"", " ", " ", " "}}));
 }
 
 TEST_F(FetchedReadings, A_fetch_that_fails_is_a_field_of_blanks) {

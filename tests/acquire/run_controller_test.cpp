@@ -112,6 +112,16 @@ TEST_F(RunController, Other_controls_are_left_alone) {
     EXPECT_EQ(before, std::vector<bool>(8, true));
 }
 
+TEST_F(RunController, Other_controls_are_left_alone_when_they_are_off) {
+    Open();
+    Form1& main = The<Form1>();
+    main.Command5.SetEnabled(false);
+    main.exit_item.SetEnabled(false);
+    main.Enable_All();
+    EXPECT_FALSE(main.Command5.Enabled());
+    EXPECT_FALSE(main.exit_item.Enabled());
+}
+
 TEST_F(RunController, Without_a_device_start_cannot_be_pressed) {
     Open();
     EXPECT_EQ(RunControls(), kAllOff);
@@ -137,6 +147,20 @@ TEST_F(RunController, Start_leaves_stop_and_the_viewers_of_a_run_on) {
     EXPECT_EQ(RunControls(), kAllOn);
     EXPECT_TRUE(The<Form1>().Command5.Enabled());
     EXPECT_TRUE(The<Form1>().exit_item.Enabled());
+}
+
+TEST_F(RunController, Start_sets_the_controls_before_it_asks_an_instrument) {
+    OpenWith(Scanner(0, kFull));
+    bool asked = false;
+    StopAfter(20 * 50 + 1);
+    wire->bench.SetObserver([&](const bench::Exchange&) {
+        if (std::exchange(asked, true)) return;
+        EXPECT_EQ(RunControls(), kRunning);
+        EXPECT_FALSE(The<Form1>().exit_item.Enabled());
+        EXPECT_FALSE(The<Form1>().Command5.Enabled());
+    });
+    Run();
+    EXPECT_TRUE(asked);
 }
 
 TEST_F(RunController, Start_shows_each_device_s_tab_under_its_name_and_the_first_in_front) {
@@ -227,11 +251,15 @@ TEST_F(RunController, Start_makes_a_record_that_is_not_there_and_none_for_a_devi
 class MissingRecord : public RunController {
 protected:
     ~MissingRecord() override { short_lived.clear(); }
-    /// Starts a run of two devices, of which the second one's record is gone when it is looked for.
-    void Start() {
+    /// Has two devices and their records, of which one is gone when it is looked for.
+    void Lose(const std::string& name) {
         OpenWith(Scanner(0, kFull) + Scanner(1, kFull), 2);
         Assign({"Record1", "Record2"});
-        short_lived = Record("Record2");
+        short_lived = Record(name);
+    }
+    /// Starts a run in which that happens to the second device's record.
+    void Start() {
+        Lose("Record2");
         Run();
     }
 };
@@ -256,6 +284,20 @@ TEST_F(MissingRecord, Controls_stay_as_start_left_them_until_stop) {
 TEST_F(MissingRecord, Records_of_earlier_devices_stay_open) {
     Start();
     EXPECT_TRUE(OpenFile::IsHeld(Record("Record1")));
+    EXPECT_FALSE(FileExists(Record("Record2")));
+}
+
+TEST_F(MissingRecord, Its_device_has_begun_afresh_and_later_devices_are_not_looked_at) {
+    Lose("Record1");
+    for (const Integer dev : Each(2)) {
+        ScanCount(dev) = 7;
+        TrendX(dev) = 5000;
+    }
+    Run();
+    EXPECT_EQ(ScanCount(0), 0);
+    EXPECT_EQ(TrendX(0), 0);
+    EXPECT_EQ(ScanCount(1), 7);
+    EXPECT_EQ(TrendX(1), 5000);
     EXPECT_FALSE(FileExists(Record("Record2")));
 }
 
@@ -331,6 +373,25 @@ TEST_F(RunController, One_shot_asks_for_its_own_stop) {
     AfterSending("0 rout:SCAN", [] { EXPECT_EQ(StopRequested, -1); });
     Run();
     EXPECT_EQ(user.Messages(), Texts{"End of Job."});
+}
+
+TEST_F(RunController, One_shot_of_more_than_32767_readings_is_an_overflow_once_the_scan_has_begun) {
+    OpenWith(Scanner(0, kFull));
+    The<Form4>().stop_after_n_scan.SetValue(1);
+    The<Form4>().N_SCAN.SetText("32768");
+    EXPECT_EQ(ErrorOf([] { The<Form1>().Command3_Click(); }), 6);
+    EXPECT_EQ(Traffic(), (Texts{"0 rout:scan:count 32768", "0 rout:SCAN"}));
+}
+
+TEST_F(RunController, Run_that_ends_by_itself_leaves_everything_as_stop_does) {
+    OpenWith(Scanner(0, kFull));
+    Pace(1);
+    Count("2");
+    Run();
+    EXPECT_EQ(StopRequested, -1);
+    EXPECT_EQ(RunControls(), kAllOn);
+    EXPECT_TRUE(The<Form1>().Command5.Enabled());
+    EXPECT_TRUE(The<Form1>().exit_item.Enabled());
 }
 
 TEST_F(RunController, Plan_without_an_active_channel_sends_a_count_of_0_and_ends_by_a_division_by_zero) {

@@ -57,6 +57,15 @@ TEST_F(ScanPolling, A_sweep_takes_50_milliseconds_a_device_and_200) {
     EXPECT_EQ(Moments("0 fetch?"), std::vector<std::int64_t>{begin + 650});
 }
 
+TEST_F(ScanPolling, A_sweep_lets_events_run_at_its_end_and_not_between_the_devices) {
+    Scanning(Scanner(0, "channel 1-20 VOLT\ncounts 3 20\n") + Scanner(1), 20, 2);
+    SweepFromNowOn();
+    int polls_of_the_other = -1;
+    AfterSending(kFirst, [&] { polls_of_the_other = Times(kSecond); });
+    Poll_Scan(0);
+    EXPECT_EQ(polls_of_the_other, 1);
+}
+
 TEST_F(ScanPolling, The_single_form_asks_its_own_device_alone) {
     Scanning(Scanner(0, "channel 1-20 VOLT\ncounts 3 20\n") + Scanner(1), 20, 2);
     Poll_Scan(0);
@@ -86,9 +95,12 @@ TEST_F(ScanPolling, A_row_has_the_time_at_which_its_count_was_seen_and_not_that_
 
 TEST_F(ScanPolling, A_count_that_passes_the_threshold_does_not_match_it) {
     Scanning(Scanner(0, "channel 1-20 VOLT\ncounts 19 21 20\n"));
+    AfterSending(kFirst, [this] { AfterSending(kFirst, [this] { clock.Advance(5000); }); });
+    const DateTime seen = In(2 * 250 + 5000 + 50);
     Poll_Scan(0);
     EXPECT_EQ(Times(kFirst), 3);
     EXPECT_EQ(ScanCount(0), 1);
+    EXPECT_EQ(DateText(ScanTime), DateText(seen));  // at 21 there was no stamp
 }
 
 TEST_F(ScanPolling, A_reply_is_read_as_a_number_prefix) {
@@ -194,6 +206,15 @@ TEST_F(ScanPolling, A_failed_query_of_the_single_form_switches_the_controls_off_
     EXPECT_EQ(user.Messages(), Texts{"Device is disconnected !"});
     EXPECT_FALSE(user.Enabled("Form1", "Command4"));
     EXPECT_EQ(ScanTarget(0), 20);
+}
+
+TEST_F(ScanPolling, A_reply_that_fills_the_buffer_is_a_good_one) {
+    const std::string filled = "20" + std::string(1022, ' ');
+    Scanning(Scanner(0, "channel 1-20 VOLT\ncounts 20\nreply \"rout:scan:state?\" \"" + filled + "\"\n"));
+    AfterSending(kFirst, [] { EXPECT_EQ(VisaStatus, kViSuccessMaxCnt); });
+    Poll_Scan(0);
+    EXPECT_EQ(Traffic(), (Texts{kFirst, "0 fetch?"}));
+    EXPECT_EQ(ScanCount(0), 1);
 }
 
 TEST_F(ScanPolling, The_last_reading_keeps_its_line_feed_into_the_table_and_the_record) {

@@ -57,6 +57,14 @@ TEST_F(RunControl, Events_run_at_the_end_of_each_pass) {
     EXPECT_EQ(user.Messages(), Texts{kEnd});
 }
 
+TEST_F(RunControl, Without_a_device_nothing_is_sent) {
+    Open("");
+    wire->ClearTranscript();
+    clock.At(Elapsed(), [] { The<Form1>().Command4_Click(); });
+    The<Form1>().Command3_Click();
+    EXPECT_TRUE(wire->Calls().empty());
+}
+
 TEST_F(RunControl, Stop_in_the_first_device_s_poll_leaves_the_others_their_pass) {
     OpenWith(Scanner(0, kSlow) + Scanner(1, kSlow), 2);
     StopAfterSending(kPoll);
@@ -138,6 +146,25 @@ TEST_F(RunControl, A_second_start_in_a_yield_runs_nested_and_the_first_ends_afte
     EXPECT_EQ(Times(kStart), 1);  // the outer run sent nothing more
 }
 
+TEST_F(RunControl, A_nested_run_appends_to_the_record_of_the_first) {
+    OpenWith(Scanner(0, kFull));
+    Assign({"Record1"});
+    Pace(3600);
+    AfterSending("0 fetch?", [this] {
+        After(1000, [this] {  // in the interval wait
+            Stop();
+            AfterSending("0 fetch?", [this] { After(1000, [this] { Stop(); }); });
+            Run();
+        });
+    });
+    Run();
+    EXPECT_EQ(user.Messages(), (Texts{kEnd, kEnd}));
+    EXPECT_FALSE(OpenFile::IsHeld(Record("Record1")));
+    const auto rows = RowsOf(Record("Record1"));
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_EQ(rows[1][0], "2");
+}
+
 TEST_F(RunControl, A_second_run_appends_to_the_same_record) {
     OpenWith(Scanner(0, kFull));
     Assign({"Record1"});
@@ -163,6 +190,19 @@ TEST_F(RunControl, The_record_is_closed_when_the_run_ends_and_not_by_Stop) {
     user.WhenMessage(kEnd, [this] { EXPECT_FALSE(OpenFile::IsHeld(Record("Record1"))); });
     Run();
     EXPECT_EQ(user.Messages(), Texts{kEnd});
+}
+
+TEST_F(RunControl, The_end_closes_the_record_of_every_device_that_still_has_one) {
+    OpenWith(Scanner(0, kFull) + Scanner(1, kFull) + Scanner(2, kFull), 3);
+    Assign({"Record1", "Record2", "Record3"});
+    AfterSending(kStart, [this] {
+        RecordName(1) = "0";
+        Stop();
+    });
+    Run();
+    EXPECT_FALSE(OpenFile::IsHeld(Record("Record1")));
+    EXPECT_TRUE(OpenFile::IsHeld(Record("Record2")));
+    EXPECT_FALSE(OpenFile::IsHeld(Record("Record3")));
 }
 
 TEST_F(RunControl, A_failed_read_while_start_prepares_stops_nothing_and_leaves_start_and_exit_on) {
@@ -249,6 +289,34 @@ TEST_F(RunControl, Connect_during_a_run_lets_it_finish_its_pass_and_end) {
     EXPECT_EQ(user.Messages(), Texts{kEnd});
 }
 
+TEST_F(RunControl, A_device_that_Connect_dropped_is_still_polled_in_the_pass_under_way) {
+    // Its reply makes no row: See Value has no table for it any more.
+    OpenWith(Scanner(0, kSlow) + Scanner(1, kSlow + "reply \"fetch?\" \"1,2,3\\n\"\n"), 2);
+    The<Form4>().N_SCAN.SetText("0");
+    AfterSending(kStart, [this] {
+        Connect({0});
+        ForgetTraffic();
+    });
+    Run();
+    EXPECT_EQ(Times("0 fetch?"), 1);
+    EXPECT_EQ(Times("1 fetch?"), 1);
+    EXPECT_EQ(Times(kStart), 0);
+}
+
+TEST_F(RunControl, A_row_of_a_device_that_Connect_dropped_has_no_table_to_go_to_and_ends_the_program) {
+    EXPECT_EXIT(
+        {
+            OpenWith(Scanner(0, kSlow) + Scanner(1, kSlow), 2);
+            Assign({"Record1", "Record2"});
+            user.WhenMessage("Run-time error",
+                             [this] { std::fprintf(stderr, "shown: %s", user.Messages().back().c_str()); });
+            AfterSending(kStart, [this] { Connect({0}); });
+            Run();
+        },
+        testing::ExitedWithCode(1), "shown: Run-time error '30010'");
+    EXPECT_EQ(RowsOf(Record("Record2")).size(), 1U);
+}
+
 TEST_F(RunControl, Choosing_in_the_device_list_switches_start_on_in_a_run) {
     OpenWith(Scanner(0, kSlow));
     AfterSending(kStart, [this] {
@@ -282,6 +350,29 @@ TEST_F(RunControl, A_start_nested_in_a_poll_leaves_that_poll_without_a_target_so
         },
         testing::ExitedWithCode(0), "only polls");
 }
+
+/// With the count ticked or not: the sweeping form of the poll, or the single one.
+class UnstartedDevice : public RunControl, public testing::WithParamInterface<bool> {};
+
+TEST_P(UnstartedDevice, Is_polled_through_every_stop_until_the_program_is_left) {
+    EXPECT_EXIT(
+        {
+            OpenWith(Scanner(0, kFull) + Scanner(1, "channel 1-20 VOLT\nnot-wired\n"), 2);
+            if (GetParam()) Count("20");
+            StopAfterSending("1 rout:scan:state?");
+            AfterSending("0 fetch?", [this] {
+                After(60'000, [this] {
+                    const bool polls = Times("1 rout:scan:state?") > 150 && Times("1 fetch?") == 0;
+                    std::fprintf(stderr, "%s", polls ? "still polled" : "not polled");
+                    user.Menu("exit_item");
+                });
+            });
+            Run();
+        },
+        testing::ExitedWithCode(0), "still polled");
+}
+
+INSTANTIATE_TEST_SUITE_P(Forms, UnstartedDevice, testing::Bool());
 
 TEST_F(RunControl, Exit_after_Stop_in_a_yield_ends_the_process_and_the_rows_stay) {
     EXPECT_EXIT(

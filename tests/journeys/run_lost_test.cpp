@@ -71,6 +71,30 @@ TEST_F(LostInstrument, Only_the_very_last_call_decides_over_the_controls) {
     ExpectRunControls(true);
 }
 
+/// The status that the last call of a run leaves, and whether the run controls come back after it.
+class LastStatus : public LostInstrument, public testing::WithParamInterface<std::pair<std::uint32_t, bool>> {};
+
+TEST_P(LastStatus, Decides_over_the_controls_before_the_end_is_told) {
+    OpenWith(Scanner(0, "channel 1-20 VOLT\ncounts 20\n"));
+    Pace(1);
+    Count("1");
+    AfterSending("0 fetch?", [this] {
+        After(500, [] { VisaStatus = static_cast<ViStatus>(GetParam().first); });  // in the interval
+    });
+    bool looked = false;
+    user.WhenMessage(kEnd, [&] {
+        looked = true;
+        ExpectRunControls(GetParam().second);
+        EXPECT_EQ(StopRequested, -1);
+    });
+    Run();
+    EXPECT_TRUE(looked);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, LastStatus,
+                         testing::Values(std::pair{0U, true}, std::pair{0x3FFF0006U, true},
+                                         std::pair{0x3FFF0005U, false}, std::pair{0xBFFF0015U, false}));
+
 TEST_F(LostInstrument, The_run_controls_go_off_when_the_poll_gives_up) {
     OpenWith(Scanner(0, "channel 1-20 VOLT\ncounts 7\n") + Scanner(1, "channel 1-20 VOLT\ncounts 20\n"), 2);
     AfterSending("0 rout:scan:state?", [this] { wire->bench.Unplug(0); });

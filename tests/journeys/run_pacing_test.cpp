@@ -139,6 +139,17 @@ TEST_F(RunPacing, Stop_in_the_interval_is_seen_within_200_milliseconds) {
     EXPECT_EQ(ScanCount(0), 1);
 }
 
+TEST_F(RunPacing, Interval_that_is_changed_in_the_wait_counts_from_the_next_on) {
+    OpenWith(Scanner(0, kFull));
+    Pace(10);
+    Count("3");
+    AfterSending("0 fetch?", [this] {
+        After(2000, [] { The<Form4>().PerSan.SetValue(FromLocalFields({2000, 1, 1, 0, 0, 1})); });
+    });
+    Run();
+    EXPECT_EQ(Distances(kStart), (std::vector<std::int64_t>{10'000 + kPass, 1000 + kPass}));
+}
+
 // ---- what ends a run
 
 TEST_F(RunPacing, Stop_time_before_the_start_leaves_one_pass) {
@@ -169,6 +180,26 @@ TEST_F(RunPacing, Stop_time_holds_in_a_free_running_run_too) {
     Run();
     EXPECT_NEAR(static_cast<double>(Moments(kStart).back() - Moments(kStart).front()), 60'000, 1000);
     EXPECT_EQ(ScanCount(0), Times(kStart));
+}
+
+TEST_F(RunPacing, Stop_time_holds_in_a_counted_run_too) {
+    OpenWith(Scanner(0, kFull));
+    Pace(1);
+    Count("1000");
+    The<Form4>().stop_time.SetValue(1);
+    The<Form4>().StopTime.SetValue(In(-60'000));
+    Run();
+    EXPECT_EQ(ScanCount(0), 1);
+}
+
+TEST_F(RunPacing, A_count_that_is_ticked_in_a_run_makes_the_next_pass_the_last) {
+    OpenWith(Scanner(0, kFull));
+    AfterSending(kStart, [] {
+        The<Form4>().stop_after_n_scan.SetValue(1);
+        The<Form4>().N_SCAN.SetText("20");
+    });
+    Run();
+    EXPECT_EQ(Traffic(), (Texts{"0 rout:scan:count 20", kStart, kPoll, "0 fetch?", kStart, kPoll, "0 fetch?"}));
 }
 
 TEST_F(RunPacing, A_number_of_0_is_never_met) {
