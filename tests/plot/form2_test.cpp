@@ -45,6 +45,7 @@ TEST_F(AllSettings, Dialog_and_its_controls_have_their_sizes) {
         EXPECT_EQ(form.ClientArea()->size(), QSize(7935 / 15, 6780 / 15));
         ExpectPlaces({{&form.SSTab1, {120, 120, 7695, 6135}}, {&form.Command1, {240, 6360, 7575, 375}}});
         EXPECT_EQ(user.Text("Form2", "Command1"), "OK");
+        for (const int tab : {2, 3}) EXPECT_EQ(user.TabText("Form2", "SSTab1", tab), "Tab " + std::to_string(tab));
     });
 }
 
@@ -231,6 +232,32 @@ TEST_F(AllSettings, A_colour_cell_offers_red_and_takes_the_chosen_colour) {
         EXPECT_EQ(ChannelColor(0, 3), RGB(9, 8, 7));
     });
     EXPECT_EQ(user.CellColour("Form1", "MSFlexGrid1(0)", 1, 3), RGB(9, 8, 7));
+}
+
+TEST_F(AllSettings, A_colour_cell_leaves_the_editor_where_it_is) {
+    OpenAndConnect();
+    user.AnswerColor(RGB(9, 8, 7));
+    Settings([this] {
+        ClickAt(2, 2);
+        ClickAt(4, 1);
+        ASSERT_TRUE(user.Sees("Form2", "Text1(0)"));
+        user.Type("Form2", "Text1(0)", "25");
+        EXPECT_EQ(Cell(4, 1), "");
+    });
+    EXPECT_EQ(ChannelDivision(0, 1), "25");
+}
+
+TEST_F(AllSettings, A_colour_of_the_last_device_stands_in_its_live_table_after_the_close_box) {
+    OpenAndConnect({0, 1, 2});
+    user.AnswerColor(RGB(9, 8, 7));
+    user.WhenShown("Form2", [this] {
+        user.ClickTab("Form2", "SSTab1", 2);
+        ClickAt(10, 1, 2);
+        user.Close("Form2");
+    });
+    user.Click("Form1", "Command8");
+    EXPECT_EQ(ChannelColor(2, 9), RGB(9, 8, 7));
+    EXPECT_EQ(user.CellColour("Form1", "MSFlexGrid1(2)", 1, 9), RGB(9, 8, 7));
 }
 
 TEST_F(AllSettings, A_cancelled_colour_paints_the_channel_red) {

@@ -279,7 +279,10 @@ TEST_F(SetDraw, Without_devices_the_lists_are_empty_and_typing_is_out_of_bounds)
     user.WhenShown("Form3", [this] {
         EXPECT_TRUE(user.Entries("Form3", "Combo_dev").empty());
         EXPECT_TRUE(user.Entries("Form3", "Combo_chan").empty());
+        EXPECT_EQ(user.Text("Form3", "Combo_dev"), "");
         EXPECT_EQ(user.Text("Form3", "Combo_chan"), "Combo1");
+        EXPECT_EQ(user.Text("Form3", "color_text"), "");
+        EXPECT_EQ(user.Text("Form3", "Combo_db"), "Please choice a datebase");
         EXPECT_EQ(user.Text("Form3", "division_text"), "1");
         EXPECT_EQ(user.Text("Form3", "offset_text"), "0");
         EXPECT_EQ(ErrorOf([] { The<Form3>().division_text.SetText("5"); }), 9);
@@ -288,6 +291,53 @@ TEST_F(SetDraw, Without_devices_the_lists_are_empty_and_typing_is_out_of_bounds)
     });
     The<Form3>().ShowModal();
     EXPECT_TRUE(user.Messages().empty());
+}
+
+TEST_F(SetDraw, Without_devices_a_chosen_colour_is_out_of_bounds) {
+    Open();
+    user.AnswerColor(RGB(1, 2, 3));
+    user.WhenShown("Form3", [this] {
+        EXPECT_EQ(ErrorOf([] { The<Form3>().Command3_Click(); }), 9);
+        user.Click("Form3", "Command1");
+    });
+    The<Form3>().ShowModal();
+}
+
+TEST_F(SetDraw, A_typed_channel_shows_nothing_until_it_is_picked) {
+    OpenAndConnect();
+    ChannelDivision(0, 2) = "7";
+    Settings([this] {
+        user.Type("Form3", "Combo_chan", "Ch 3");
+        ExpectShown(ColorTable(0), "1", "0");
+        user.Pick("Form3", "Combo_chan", "Ch 3");
+        ExpectShown(ColorTable(2), "7", "0");
+    });
+}
+
+TEST_F(SetDraw, Settings_outlive_a_new_connection) {
+    OpenAndConnect();
+    user.AnswerColor(RGB(1, 2, 3));
+    Settings([this] {
+        user.Pick("Form3", "Combo_dev", DeviceSerial(1));
+        user.Click("Form3", "Command3");
+        user.Type("Form3", "division_text", "5");
+        user.Type("Form3", "offset_text", "6");
+    });
+    Connect({0, 1});
+    EXPECT_EQ(ChannelColor(1, 0), RGB(1, 2, 3));
+    EXPECT_EQ(ChannelDivision(1, 0), "5");
+    EXPECT_EQ(ChannelOffset(1, 0), "6");
+}
+
+TEST_F(SetDraw, A_division_just_above_0_stays) {
+    OpenAndConnect();
+    ChannelDivision(0, 0) = "0.0010";
+    ChannelDivision(0, 1) = "0.0";
+    ChannelOffset(0, 0) = "-0.50";
+    Settings([] {});
+    EXPECT_EQ(ChannelDivision(0, 0), "0.001");
+    EXPECT_EQ(ChannelOffset(0, 0), "-0.5");
+    EXPECT_EQ(user.Messages(), std::vector<std::string>{DeviceSerial(0) + " ,  Ch 2\n\nDivision : 1"});
 }
 
 // ----------------------------------------------------------------------------------- the record combo out of reach
@@ -334,6 +384,27 @@ TEST_F(SetDraw, Record_combo_refuses_a_record_of_another_device) {
     EXPECT_EQ(user.Messages(), std::vector<std::string>{"Please select other Record."});
     EXPECT_EQ(RecordName(0), "0");
     EXPECT_EQ(RecordName(1), "Record3");
+}
+
+TEST_F(SetDraw, Record_combo_refuses_a_record_of_a_device_before_it) {
+    OpenAndConnect();
+    RecordName(0) = "Record3";
+    Settings([this] {
+        user.Pick("Form3", "Combo_dev", DeviceSerial(1));
+        The<Form3>().Combo_db.SetListIndex(2);
+        EXPECT_EQ(user.Text("Form3", "Combo_db"), "Record3");
+    });
+    EXPECT_EQ(user.Messages(), std::vector<std::string>{"Please select other Record."});
+    EXPECT_EQ(RecordName(0), "Record3");
+    EXPECT_EQ(RecordName(1), "0");
+}
+
+TEST_F(SetDraw, Record_combo_asks_connected_devices_only) {
+    OpenAndConnect({0});
+    RecordName(1) = "Record3";
+    Settings([] { The<Form3>().Combo_db.SetListIndex(2); });
+    EXPECT_TRUE(user.Messages().empty());
+    EXPECT_EQ(RecordName(0), "Record3");
 }
 
 }  // namespace

@@ -64,6 +64,29 @@ TEST_F(LiveTrend, Without_a_scan_the_channel_yields_all_the_same) {
     EXPECT_TRUE(ran);
 }
 
+TEST_F(LiveTrend, A_count_below_0_counts_as_none) {
+    TrendHistory(0, 0)(1) = 7;
+    Pass(0, "4.5", -3);
+    EXPECT_EQ(History(0, 0, 2), (std::vector<double>{4.5, 7}));
+    ExpectSame(Plot(), ExpectedPlot().Image());
+}
+
+TEST_F(LiveTrend, A_channel_yields_when_its_whole_trace_is_drawn_and_the_next_is_not_begun) {
+    Passes({1, 2, 3});
+    ChannelPlan(0, 1) = "DCV";
+    Picture seen;
+    InNextYield([&] {
+        seen = Plot();
+        EXPECT_EQ(TrendHistory(0, 1)(0), 0);
+    });
+    ScanRow(0, 1) = "5";
+    Pass(0, "4", 4);
+    EXPECT_EQ(TrendHistory(0, 1)(0), 5);
+    ExpectedPlot expected;
+    expected.Trace({4, 3, 2, 1}, 1, 0, ColorTable(0));
+    ExpectSame(seen, expected.Image());
+}
+
 struct Count {
     int scans, points;
 };
@@ -206,6 +229,30 @@ TEST_F(LiveTrend, A_step_just_within_the_limit_goes_upward) {
     EXPECT_NEAR(TrendY(0), 4034.67 - 9.8e8, 64);
 }
 
+TEST_F(LiveTrend, A_step_of_exactly_the_limit_is_no_overload) {
+    YZoom = 7565.0 / 15;  // a twip for each unit
+    LonePasses({9.9e8});
+    EXPECT_EQ(TrendY(0), static_cast<float>(4034.0 + 2.0 / 3) - 9.9e8F);
+    LonePasses({-9.9e8});
+    EXPECT_EQ(TrendY(0), static_cast<float>(4034.0 + 2.0 / 3) + 9.9e8F);
+}
+
+TEST_F(LiveTrend, A_step_beyond_the_limit_goes_the_other_way) {
+    YZoom = 7565.0 / 15;
+    LonePasses({9.90000001e8});
+    EXPECT_EQ(TrendY(0), static_cast<float>(4034.0 + 2.0 / 3) + 9.9e8F);
+    LonePasses({-9.90000001e8});
+    EXPECT_EQ(TrendY(0), static_cast<float>(4034.0 + 2.0 / 3) - 9.9e8F);
+}
+
+TEST_F(LiveTrend, Zoom_counts_for_both_steps_and_not_for_the_zero_line) {
+    XZoom = 2;
+    YZoom = 4;
+    LonePasses({1, 2});
+    EXPECT_EQ(TrendX(0), 43.59375);
+    EXPECT_NEAR(TrendY(0), 4034.67 - 504.33 / 4, 0.01);
+}
+
 TEST_F(LiveTrend, Trace_falls_again_behind_an_overload_when_the_next_point_lies_higher) {
     LonePasses({0.01, kOverload});
     EXPECT_EQ(TrendY(0), 1980004096);
@@ -302,7 +349,7 @@ TEST_F(LiveTrend, Traces_have_their_exact_colour_and_no_shades) {
 
 // ------------------------------------------------------------------------------- settings that cannot be used
 
-class UnusableSetting : public LiveTrend, public testing::WithParamInterface<std::pair<const char*, const char*>> {};
+class UnusableSetting : public LiveTrend, public testing::WithParamInterface<std::pair<std::string, std::string>> {};
 
 TEST_P(UnusableSetting, Channel_is_left_out_and_named_while_the_others_are_drawn) {
     std::tie(ChannelDivision(0, 0), ChannelOffset(0, 0)) = GetParam();

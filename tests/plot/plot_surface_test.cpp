@@ -2,6 +2,7 @@
 #include "plot/placed.h"
 #include "plot/trend_scale.h"
 #include "plot/trend_table.h"
+#include "support/errors.h"
 
 #include <QImage>
 #include <QVariant>
@@ -62,6 +63,40 @@ TEST_F(PlotSurface, Reset_puts_the_pen_on_the_zero_line_at_the_left_edge) {
     EXPECT_EQ(TrendX(4), 0);
     EXPECT_DOUBLE_EQ(TrendY(4), 4034.0 + 2.0 / 3);
     EXPECT_EQ(TrendBase(4), TrendY(4));
+}
+
+TEST_F(PlotSurface, State_of_the_plot_starts_without_zoom_on_row_8_and_with_pens_at_0) {
+    EXPECT_EQ(XZoom, 1);
+    EXPECT_EQ(YZoom, 1);
+    EXPECT_EQ(BaseRow, 8);
+    for (const Integer dev : Each(5)) {
+        EXPECT_EQ(TrendX(dev), 0) << dev;
+        EXPECT_EQ(TrendY(dev), 0) << dev;
+        EXPECT_EQ(TrendBase(dev), 0) << dev;
+    }
+}
+
+TEST_F(PlotSurface, State_of_the_plot_has_its_bounds_and_its_precision) {
+    EXPECT_EQ(ErrorOf([] { TrendX(4) = TrendY(4) = TrendBase(4) = TrendDelta(4) = 0.1; }), 0);
+    EXPECT_EQ(TrendX(4), 0.1);
+    EXPECT_EQ(ErrorOf([] { TrendX(5) = 0; }), 9);
+    EXPECT_EQ(ErrorOf([] { TrendY(5) = 0; }), 9);
+    EXPECT_EQ(ErrorOf([] { TrendBase(5) = 0; }), 9);
+    EXPECT_EQ(ErrorOf([] { TrendDelta(5) = 0; }), 9);
+    EXPECT_EQ(ErrorOf([] { TrendHistory(4, 20)(170) = 0; }), 0);
+    EXPECT_EQ(ErrorOf([] { TrendHistory(4, 20)(171) = 0; }), 9);
+    EXPECT_EQ(ErrorOf([] { TrendHistory(5, 0)(0) = 0; }), 9);
+    EXPECT_EQ(ErrorOf([] { BaseRow = 32768; }), 6);
+}
+
+TEST_F(PlotSurface, Size_of_the_window_changes_nothing_on_the_plot) {
+    QWidget* frame = user.FindWindow("Form1");
+    frame->resize(frame->size() + QSize(300, 200));
+    DoEvents();
+    EXPECT_EQ(user.FindControl("Form1", "draw_pic")->size(), QSize(930, 504));
+    Reset_Trend(0);
+    EXPECT_EQ(XStep, 87.1875);
+    EXPECT_DOUBLE_EQ(TrendBase(0), 4034.0 + 2.0 / 3);
 }
 
 TEST_F(PlotSurface, Reset_leaves_other_devices_alone) {

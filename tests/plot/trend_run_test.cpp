@@ -99,15 +99,22 @@ TEST_F(TrendOfARun, Start_leaves_the_last_picture_until_the_first_pass) {
 }
 
 TEST_F(TrendOfARun, Start_resets_the_scale_of_every_device) {
-    OpenAndConnect();
-    TrendX(0) = TrendBase(0) = -5;
+    Open();
+    Connect({0, 1});
+    for (const int dev : {0, 1, 2}) TrendX(dev) = TrendBase(dev) = -5;
+    bool looked = false;
     // A poll yields before the first pass is drawn.
-    clock.At(static_cast<int>(clock.Elapsed()) + 60, [] {
-        EXPECT_EQ(TrendX(0), 0);
-        EXPECT_NEAR(TrendBase(0), 4034.67, 0.01);
+    clock.At(static_cast<int>(clock.Elapsed()) + 60, [&] {
+        looked = true;
+        for (const int dev : {0, 1}) {
+            EXPECT_EQ(TrendX(dev), 0) << dev;
+            EXPECT_NEAR(TrendBase(dev), 4034.67, 0.01) << dev;
+        }
+        EXPECT_EQ(TrendX(2), -5);
+        EXPECT_EQ(user.Text("Form1", "pic_end"), " 160");
     });
     RunPasses(1);
-    EXPECT_EQ(user.Text("Form1", "pic_end"), " 160");
+    EXPECT_TRUE(looked);
 }
 
 TEST_F(TrendOfARun, Stop_leaves_the_last_picture_standing) {

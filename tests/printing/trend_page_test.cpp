@@ -1,10 +1,13 @@
 // The trend on paper, through a real print queue: see scripts/with-print-queue.
+#include "platform/printer.h"
 #include "plot/expected_plot.h"
 #include "state/shared.h"
 #include "support/desk.h"
 #include "windows/Form1.h"
 
+#include <QCoreApplication>
 #include <QImage>
+#include <QMetaObject>
 #include <QProcess>
 #include <QTest>
 #include <QTransform>
@@ -25,9 +28,19 @@ protected:
     /// Presses the button and waits until the document has left the queue.
     void PrintPage() {
         user.Click("Form1", "Command5");
-        const auto done = [] { return OutputOf("lpstat", {"-W", "completed", "-o"}).count('\n') == 1; };
+        WaitForDocuments(1);
+    }
+
+    static void WaitForDocuments(int count) {
+        const auto done = [&] { return OutputOf("lpstat", {"-W", "completed", "-o"}).count('\n') == count; };
         ASSERT_TRUE(QTest::qWaitFor(done, 30'000)) << OutputOf("lpstat", {"-t"}).toStdString();
         EXPECT_EQ(OutputOf("lpstat", {"-W", "not-completed", "-o"}), "");
+    }
+
+    /// Prints `picture` with whatever is set on the printer.
+    static void PrintOutright(const Picture& picture) {
+        ThePrinter().PaintPicture(picture, 0, 0);
+        ThePrinter().EndDoc();
     }
 
     static QString Document() { return qEnvironmentVariable("PRINTED"); }
@@ -80,6 +93,30 @@ TEST_F(TrendPage, After_Stop_it_is_the_last_picture_of_the_trend) {
     PrintPage();
     EXPECT_EQ(PageCount(), 1);
     ExpectOnPage(Page(), picture);
+}
+
+TEST_F(TrendPage, Landscape_stays_set_on_the_printer_afterwards) {
+    Open();
+    const Picture grid = ExpectedPlot().Image();
+    PrintOutright(grid);
+    WaitForDocuments(1);
+    EXPECT_EQ(Page().pixelColor(2, 2), QColor(Qt::white));  // upright: the grid is in another corner
+    user.Click("Form1", "Command5");
+    PrintOutright(grid);
+    WaitForDocuments(3);
+    ExpectOnPage(Page(), grid);
+}
+
+TEST_F(TrendPage, Nothing_else_runs_while_the_page_goes_out) {
+    Open();
+    DoEvents();
+    bool ran = false;
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [&ran] { ran = true; }, Qt::QueuedConnection);
+    The<Form1>().Command5_Click();
+    EXPECT_FALSE(ran);
+    DoEvents();
+    EXPECT_TRUE(ran);
 }
 
 }  // namespace
