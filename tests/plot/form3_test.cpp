@@ -206,6 +206,18 @@ TEST_F(SetDraw, A_chosen_colour_goes_to_swatch_setting_and_live_table) {
     EXPECT_EQ(user.CellColour("Form1", "MSFlexGrid1(0)", 1, 1), RGB(12, 34, 56));
 }
 
+TEST_F(SetDraw, A_colour_shows_the_other_settings_of_its_channel_afresh) {
+    OpenAndConnect();
+    user.AnswerColor(RGB(12, 34, 56));
+    Settings([this] {
+        user.Pick("Form3", "Combo_chan", "Ch 2");
+        ChannelDivision(0, 1) = "7";
+        ChannelOffset(0, 1) = "8";
+        user.Click("Form3", "Command3");
+        ExpectShown(RGB(12, 34, 56), "7", "8");
+    });
+}
+
 TEST_F(SetDraw, A_cancelled_colour_stays) {
     OpenAndConnect();
     user.AnswerColor(std::nullopt);

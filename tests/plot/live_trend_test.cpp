@@ -102,6 +102,16 @@ INSTANTIATE_TEST_SUITE_P(LiveTrend, PointsDrawn,
                                          Count{163, 162}, Count{400, 162}),
                          [](const auto& it) { return std::to_string(it.param.scans) + "_scans"; });
 
+TEST_F(LiveTrend, History_moves_by_one_from_the_slot_of_the_count_and_from_slot_162_at_most) {
+    for (const int scans : {0, 1, 2, 161, 162, 163}) {
+        for (int i = 0; i < 171; ++i) TrendHistory(0, 0)(i) = 1000 + i;
+        Pass(0, "9", scans);
+        EXPECT_EQ(TrendHistory(0, 0)(0), 9) << scans;
+        for (int i = 1; i < 171; ++i)
+            ASSERT_EQ(TrendHistory(0, 0)(i), i <= std::min(scans, 162) ? 999 + i : 1000 + i) << scans << ": " << i;
+    }
+}
+
 TEST_F(LiveTrend, Up_to_161_scans_one_more_value_is_kept_than_is_drawn) {
     Passes(Swinging(161));
     EXPECT_EQ(TrendHistory(0, 0)(160), Val(Str(Swinging(161).front())));

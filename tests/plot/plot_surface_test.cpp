@@ -148,6 +148,10 @@ TEST_F(PlotSurface, A_step_takes_its_numbers_over_in_single_precision) {
     Trend_Step(surface, 990004035, 100000001, 1, 1, RGB(1, 2, 3));
     EXPECT_EQ(surface.CurrentX(), 990004032.0F);
     EXPECT_EQ(surface.CurrentY(), 100000000.0F);
+    // Floats are two twips apart here: a sum in double would lie nearer to the next one.
+    Trend_Step(surface, 16777216, 16777217, 1.00000001, 1, RGB(1, 2, 3));
+    EXPECT_EQ(surface.CurrentX(), 16777216.0F);
+    EXPECT_EQ(surface.CurrentY(), 16777216.0F);
 }
 
 }  // namespace
