@@ -156,6 +156,13 @@ TEST_F(FetchedReadings, An_empty_field_leaves_the_cell_and_counts_no_reading) {
     EXPECT_EQ(ScanCount(0), 0);
 }
 
+TEST_F(FetchedReadings, A_function_that_contains_NONE_takes_no_reading) {
+    Ready(kFourChannels, "1,2,3\n");
+    ChannelPlan(0, 1) = "4W NONE";
+    Fetch_Readings(0);
+    EXPECT_EQ(Cells(4), (Texts{"1", " ", "2", "3\n"}));
+}
+
 TEST_F(FetchedReadings, One_active_channel_makes_every_reading_a_row) {
     Fetch(SmallScanner(0, "channel 3 VOLT\n"), "1,2,3\n");
     EXPECT_EQ(Rows(3), (std::vector<Texts>{{" ", " ", "1"}, {" ", " ", "2"}, {" ", " ", "3\n"}}));

@@ -61,6 +61,7 @@ const std::vector<Mapping> kMappings = {
     {"\\\"volt\\\"\\n", "\"volt\""},       // case counts
     {"nonsense\\n", "nonsense"},
     {"VOLT\\n", "VOLT"},
+    {"DCV\\n", "\"VOLT\""},  // a name is taken for a name
     {"\\n", ""},
     {"", ""},
 };
@@ -114,13 +115,16 @@ TEST_F(PlanReadback, Refresh_leaves_current_channels_alone_and_does_not_ask_them
     Cell(0) = "DCI";
     Cell(1) = "ACI";
     Cell(2) = "xDCIx";
+    Cell(3) = "xACIx";
+    Cell(4) = "dci";
     RefreshChannelFunctions(0);
     EXPECT_EQ(Cell(0), "DCI");
     EXPECT_EQ(Cell(1), "ACI");
     EXPECT_EQ(Cell(2), "xDCIx");
-    EXPECT_EQ(Cell(3), "2W");
-    EXPECT_EQ(wire->Sent(0).front(), "rout:scan:func? 4\n");
-    EXPECT_EQ(wire->Sent(0).size(), 7U);
+    EXPECT_EQ(Cell(3), "xACIx");
+    EXPECT_EQ(Cell(4), "2W");
+    EXPECT_EQ(wire->Sent(0).front(), "rout:scan:func? 5\n");
+    EXPECT_EQ(wire->Sent(0).size(), 6U);
 }
 
 TEST_F(PlanReadback, Refresh_asks_an_RTD_for_its_transducer_at_once) {
@@ -158,10 +162,18 @@ TEST_F(PlanReadback, Any_reply_with_TEMP_in_it_leads_to_the_transducer) {
     }
 }
 
+TEST_F(PlanReadback, Any_reply_with_TCO_in_it_leads_to_the_letter) {
+    OpenWith(10, Function(1, "xTCOx\\n") + "reply \"TCOuple:TYPE? @1\" \"N\\n\"\n");
+    ReadDevicePlan(0);
+    EXPECT_EQ(Cell(0), "xTCOx");
+    EXPECT_EQ(Sensor(0), "N\n");
+}
+
 TEST_F(PlanReadback, Four_wire_slave_without_a_four_wire_master_stays_in_a_refresh) {
-    OpenWith(10, "channel 1 VOLT\nchannel 6 FRES\n");
+    OpenWith(10, "channel 1 VOLT\nchannel 6 FRES\nchannel 7 TEMP PT100 FRTD\n");
     RefreshChannelFunctions(0);
     EXPECT_EQ(Cell(5), "4W");
+    EXPECT_EQ(Cell(6), "4W,TEMP");
 }
 
 TEST_F(PlanReadback, Refresh_does_not_load_the_scanner_card_dialog) {
@@ -193,6 +205,26 @@ TEST_F(PlanReadback, Four_wire_master_clears_the_slave_half_a_card_behind_it) {
             }
         }
     }
+}
+
+TEST_F(PlanReadback, Four_wire_master_clears_its_slave_whatever_that_reports) {
+    for (const auto read_back : both) {
+        for (const std::string function :
+             {"VOLT", "FRES", "FREQ", "NONE", "TCO K", "TEMP D100 RTD", "TEMP D100 FRTD"}) {
+            OpenWith(10, "channel 1 FRES\nchannel 6 " + function + "\n");
+            Attach(0, 0, 0, "GPIB0::1::INSTR");
+            read_back(0);
+            EXPECT_EQ(ChannelPlan(0, 5), "NONE") << function;
+        }
+    }
+}
+
+TEST_F(PlanReadback, Cleared_slave_is_asked_for_its_sensor_all_the_same) {
+    OpenWith(10, "channel 1 FRES\nchannel 6 TEMP D100 FRTD\n");
+    Attach(0, 0, 0, "GPIB0::1::INSTR");
+    ReadDevicePlan(0);
+    EXPECT_EQ(Sensor(5), "D100\n");
+    EXPECT_EQ(The<Set_Dev>().Fun_Set(0, 5), "NONE");
 }
 
 TEST_F(PlanReadback, Slave_follows_what_its_master_has_just_become) {
@@ -232,10 +264,12 @@ TEST_F(PlanReadback, Full_read_back_looks_a_slaves_master_up_by_device) {
 }
 
 TEST_F(PlanReadback, Slave_is_never_read_back_in_full_as_four_wire_resistance) {
-    OpenWith(10, "channel 6 FRES\n");
-    ReadDevicePlan(0);
-    EXPECT_EQ(Cell(5), "NONE");
-    EXPECT_EQ(Working(5), "NONE");
+    for (const std::string reply : {"\\\"FRES\\\"", "4W,other"}) {
+        OpenWith(10, Function(6, reply));
+        ReadDevicePlan(0);
+        EXPECT_EQ(Cell(5), "NONE") << reply;
+        EXPECT_EQ(Working(5), "NONE") << reply;
+    }
 }
 
 TEST_F(PlanReadback, Slave_is_read_back_in_full_as_four_wire_temperature) {
@@ -262,6 +296,26 @@ TEST_F(PlanReadback, Each_query_takes_50_ms) {
     OpenWith(10, "channel 1 TCO K\nchannel 2-10 VOLT\n");
     ReadDevicePlan(0);
     EXPECT_EQ(clock.Elapsed(), 12 * 50);
+}
+
+TEST_F(PlanReadback, Nothing_else_runs_during_a_read_back) {
+    for (const auto read_back : both) {
+        OpenWith(10, "channel 1-10 VOLT\n");
+        bool ran = false;
+        clock.At(static_cast<int>(clock.Elapsed()) + 100, [&] { ran = true; });
+        read_back(0);
+        EXPECT_FALSE(ran);
+        DoEvents();
+        EXPECT_TRUE(ran);
+    }
+}
+
+TEST_F(PlanReadback, Cleaned_reply_goes_back_into_the_buffer) {
+    for (const auto read_back : both) {
+        OpenWith(10, "channel 1-10 VOLT\n" + Function(10, " \\\"VOLT\\\" \\n"));
+        read_back(0);
+        EXPECT_EQ(ReplyBuffer.Text(), "\"VOLT\"" + std::string(1018, ' '));
+    }
 }
 
 TEST_F(PlanReadback, Full_read_back_of_no_channels_asks_for_the_timer_only) {
@@ -356,6 +410,8 @@ TEST_F(PlanReadback, Current_channel_takes_the_kind_of_voltage_that_the_instrume
         {"DCI", "", "I"},
         {"DCI", " \\\"VO\\nLT\\\" \\n", "DCI"},
         {"DCIx", "\\\"VOLT\\\"\\n", "DCIx"},
+        {"ACIx", "\\\"VOLT:AC\\\"\\n", "ACIx"},
+        {"dci", "\\\"RES\\\"\\n", "2W"},
     };
     for (const Case& it : cases) {
         OpenWith(10, Function(1, it.reply));
@@ -375,12 +431,14 @@ TEST_F(PlanReadback, Current_channel_is_not_asked_for_a_sensor) {
 }
 
 TEST_F(PlanReadback, Current_slave_is_not_cleared_by_its_master) {
-    OpenWith(10, "channel 1 FRES\nchannel 6 VOLT\n");
-    Attach(0, 0, 0, "GPIB0::1::INSTR");
-    ChannelPlan(0, 5) = "DCI";
-    ReadDevicePlan(0);
-    EXPECT_EQ(ChannelPlan(0, 0), "4W");
-    EXPECT_EQ(ChannelPlan(0, 5), "DCI");
+    for (const auto read_back : both) {
+        OpenWith(10, "channel 1 FRES\nchannel 6 VOLT\n");
+        Attach(0, 0, 0, "GPIB0::1::INSTR");
+        ChannelPlan(0, 5) = "DCI";
+        read_back(0);
+        EXPECT_EQ(ChannelPlan(0, 0), "4W");
+        EXPECT_EQ(ChannelPlan(0, 5), "DCI");
+    }
 }
 
 TEST_F(PlanReadback, Name_that_a_current_channel_fell_to_is_replaced_by_the_next_read_back) {

@@ -1,8 +1,12 @@
 // What SET sends, and what it makes of the answers.
+#include "setup/plan_writing.h"
+
 #include "setup/plan.h"
+#include "support/errors.h"
 #include "windows/Set_Dev.h"
 
 #include <QApplication>
+#include <QMessageBox>
 #include <QWidget>
 
 namespace vantrel {
@@ -55,6 +59,70 @@ TEST_F(PlanWriting, Every_function_goes_out_as_its_word) {
                                              rout:scan:func 7,"NONE"
                                              rout:scan:func 8,"VOLT")"),
                                      Functions(9, 20, kVolt), ReadBack(20)}));
+}
+
+struct Sending {
+    const char* name;
+    const char* word;
+    const char* sensor;      // the command behind the function, up to the channel; empty for none
+    const char* transducer;  // the same for masters alone
+    bool four_wire;
+};
+const std::vector<Sending> kSendings = {
+    {"DCV", R"("VOLT")", "", "", false},
+    {"ACV", R"("VOLT:AC")", "", "", false},
+    {"DCI", R"("VOLT")", "", "", false},
+    {"ACI", R"("VOLT:AC")", "", "", false},
+    {"2W", R"("RES")", "", "", false},
+    {"4W", R"("FRES")", "", "", true},
+    {"FREQ", R"("FREQ")", "", "", false},
+    {"PERIOD", R"("PERIOD")", "", "", false},
+    {"TCOUPL", R"("TCO")", "SENSe:TCOuple:TYPE S", "", false},
+    {"TEMP", R"("TEMP")", "SENSe:TEMP:RTD:TYPE S", "SENSe:TEMP:TRAN RTD", false},
+    {"4W,TEMP", R"("TEMP")", "SENSe:TEMP:RTD:TYPE S", "SENSe:TEMP:TRAN FRTD", true},
+    {"NONE", R"("NONE")", "", "", false},
+    // Typed: what merely holds a word's letters counts.
+    {"xTEMPx", "xTEMPx", "SENSe:TEMP:RTD:TYPE S", "SENSe:TEMP:TRAN RTD", false},
+    {"x4WTEMPx", "x4WTEMPx", "SENSe:TEMP:RTD:TYPE S", "SENSe:TEMP:TRAN FRTD", true},
+    {"xTCOx", "xTCOx", "SENSe:TCOuple:TYPE S", "", false},
+    {"temp", "temp", "", "", false},
+    {"tco", "tco", "", "", false},
+    {R"("RES")", "2W", "", "", false},  // a word is taken for a word
+};
+
+TEST_F(PlanWriting, Masters_slaves_and_silenced_slaves_get_the_commands_of_their_function) {
+    Open(kTenVolts);
+    Connect({0});
+    SetDev([&] {
+        Set_Dev& dialog = The<Set_Dev>();
+        for (const Sending& it : kSendings) {
+            SCOPED_TRACE(it.name);
+            // Channels 2 and 9 hold the function, and so does 10, whose master has four wires.
+            for (int i = 0; i < 10; ++i) dialog.Fun_Set(0, i) = "DCV";
+            for (const int i : {1, 8, 9}) {
+                dialog.Fun_Set(0, i) = it.name;
+                dialog.temp(i).SetText("S");
+            }
+            dialog.Fun_Set(0, 4) = "4W";
+            wire->ClearTranscript();
+            Set();
+
+            const auto on_channel = [&](int n, const Texts& commands) {
+                Texts messages = Functions(n, n, it.word);
+                for (const std::string& command : commands)
+                    if (!command.empty()) messages.push_back(command + " ,@" + std::to_string(n) + "\n");
+                return messages;
+            };
+            const Texts expected =
+                Joined({Wire("ROUTe:SCAN:TIMER 0.5"), Functions(1, 1, kVolt), on_channel(2, {it.sensor, it.transducer}),
+                        Functions(3, 4, kVolt), Functions(5, 5, R"("FRES")"), Functions(6, 6, kVolt),
+                        it.four_wire ? Texts{} : Functions(7, 7, kVolt), Functions(8, 8, kVolt),
+                        on_channel(9, {it.sensor}), Wire("ROUTe:SCAN:TIMER?")});
+            Texts sent = wire->Sent(0);
+            sent.resize(expected.size());
+            EXPECT_EQ(sent, expected);
+        }
+    });
 }
 
 TEST_F(PlanWriting, Four_wire_masters_get_their_commands_and_their_slaves_nothing) {
@@ -156,6 +224,22 @@ TEST_F(PlanWriting, Devices_are_written_and_read_back_one_after_the_other_with_t
     EXPECT_EQ(wire->Sent(), expected);
 }
 
+TEST_F(PlanWriting, A_typed_type_goes_to_all_devices_before_any_list_is_filled_anew) {
+    Open(kTenVolts + "channel 5 TCO K\n" + kOtherTenVolts + "channel 5 TCO J\n");
+    Connect({0, 1});
+    SetAfter([&] { user.Type("Set_Dev", "temp(4)", "ZZ"); });
+    for (const int instrument : {0, 1}) EXPECT_EQ(wire->Sent(instrument).at(6), "SENSe:TCOuple:TYPE ZZ ,@5\n");
+}
+
+TEST_F(PlanWriting, A_device_is_written_with_as_many_channels_as_the_first_row_has) {
+    Open(kTenVolts + kTwentyVolts);
+    Connect({1});
+    SetAfter([&] { user.Pick("Set_Dev", "ch(1)", "4W"); });
+    EXPECT_EQ(wire->Sent(1), Joined({Wire("ROUTe:SCAN:TIMER 0.5"), Functions(1, 1, kVolt), Functions(2, 2, R"("FRES")"),
+                                     Functions(3, 6, kVolt), Functions(8, 10, kVolt), ReadBack(10)}));
+    EXPECT_EQ(wire->Sent(0), Texts{});
+}
+
 TEST_F(PlanWriting, A_type_that_came_with_a_line_feed_is_overwritten_with_the_first_one) {
     Open(R"(
         instrument USB0::1::INSTR
@@ -231,6 +315,14 @@ TEST_F(PlanWriting, Current_channels_stay_current_in_the_plan) {
     EXPECT_EQ(ChannelPlan(0, 2), "ACI");
 }
 
+TEST_F(PlanWriting, A_current_channel_can_be_made_a_voltage_again) {
+    Open(kTenVolts);
+    Connect({0});
+    SetAfter([&] { PickCurrent(1, "DCI"); });
+    SetAfter([&] { user.Pick("Set_Dev", "ch(1)", "DCV"); });
+    EXPECT_EQ(ChannelPlan(0, 1), "DCV");
+}
+
 // --------------------------------------------------------------------------------------------------------------- mode
 
 TEST_F(PlanWriting, Only_SCAN_is_SCAN_and_any_other_mode_is_the_step_mode) {
@@ -283,6 +375,44 @@ TEST_F(PlanWriting, After_a_timer_out_of_range_the_channels_go_out_and_the_instr
         EXPECT_EQ(Shown("Timer_Set"), "0.5");
         EXPECT_EQ(ScanTimerText(0), "0.5");
     });
+}
+
+TEST_F(PlanWriting, Mode_timer_and_function_are_taken_before_they_are_sent) {
+    for (const auto& [text, taken] : std::vector<std::pair<std::string, std::string>>{{"2", "2"}, {"10000", "0.5"}}) {
+        // A typed name with a question mark is the first command to be answered, or not: SET can be looked at there.
+        Open(kTenVolts + "no-reply \"rout:scan:func 2,what?\"\n");
+        Connect({0});
+        bool looked = false;
+        user.WhenMessage("Device is disconnected !", [&, it = taken] {
+            looked = true;
+            EXPECT_EQ(ScanModeWord(0), "SCAN:STEP");
+            EXPECT_EQ(ScanTimerText(0), it);
+            EXPECT_EQ(ChannelPlan(0, 1), "what?");
+            EXPECT_EQ(ChannelPlan(0, 2), "DCV");
+            EXPECT_TRUE(The<Set_Dev>().Plan_Busy);
+        });
+        SetAfter([&, it = text] {
+            user.Pick("Set_Dev", "Combo_Scan_model", "STEP");
+            user.Type("Set_Dev", "Timer_Set", it);
+            user.Type("Set_Dev", "ch(1)", "what?");
+            user.Pick("Set_Dev", "ch(2)", "2W");
+        });
+        EXPECT_TRUE(looked);
+        EXPECT_EQ(wire->Sent(0).front() == "ROUTe:SCAN:TIMER 2\n", text == "2");
+    }
+}
+
+TEST_F(PlanWriting, A_timer_is_refused_behind_the_scan_mode_and_before_the_functions) {
+    Open(kTenVolts);
+    Connect({0});
+    SetAfter([&] {
+        user.Pick("Set_Dev", "Combo_Scan_model", "STEP");
+        user.Type("Set_Dev", "Timer_Set", "abc");
+        user.Pick("Set_Dev", "ch(1)", "2W");
+    });
+    EXPECT_EQ(ScanModeWord(0), "SCAN:STEP");
+    EXPECT_EQ(ScanTimerText(0), "0.5");
+    EXPECT_EQ(ChannelPlan(0, 1), "DCV");
 }
 
 TEST_F(PlanWriting, A_timer_that_is_no_number_is_refused_by_name_and_nothing_of_that_device_is_sent) {
@@ -363,6 +493,61 @@ TEST_F(PlanWriting, A_dead_instrument_is_told_of_at_each_query_and_SET_goes_on_t
     Texts expected(11, "Device is disconnected !");
     expected.emplace_back("Setting complete!");
     EXPECT_EQ(user.Messages(), expected);
+}
+
+TEST_F(PlanWriting, No_answer_is_waited_for_behind_a_command) {
+    Open(kTenVolts);
+    Connect({0});
+    SetDev([&] {
+        const auto begin = clock.Elapsed();
+        Set();
+        EXPECT_EQ(clock.Elapsed() - begin, 11 * 50);  // the queries of the read-back
+    });
+}
+
+TEST_F(PlanWriting, Nothing_else_runs_between_the_commands) {
+    Open(kTwentyVolts);
+    Connect({0});
+    std::size_t sent = 0;
+    SetAfter([&] { clock.At(static_cast<int>(clock.Elapsed()) + 100, [&] { sent = wire->Sent(0).size(); }); });
+    EXPECT_EQ(sent, 42U);
+}
+
+TEST_F(PlanWriting, A_device_name_that_is_none_ends_the_program_behind_the_last_device) {
+    Open(kTenVolts);
+    Connect({0});
+    SetDev([&] {
+        user.TypeOn("Set_Dev", "Combo1_dev", "x");
+        wire->ClearTranscript();
+        EXPECT_EQ(ErrorOf(WriteDevicePlans), 9);
+        EXPECT_EQ(wire->Sent(0), Joined({Wire("ROUTe:SCAN:TIMER 0.5"), Functions(1, 10, kVolt), ReadBack(10)}));
+    });
+    EXPECT_TRUE(user.Messages().empty());
+}
+
+TEST_F(PlanWriting, The_message_has_one_OK_button_and_no_title_but_the_programs_name) {
+    Open(kTenVolts);
+    Connect({0});
+    bool looked = false;
+    user.WhenMessage("Setting complete!", [&] {
+        const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        looked = true;
+        EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
+        EXPECT_EQ(box->windowTitle(), "VANTREL");
+        EXPECT_EQ(box->text(), "Setting complete!");
+    });
+    SetAfter([] {});
+    EXPECT_TRUE(looked);
+}
+
+TEST_F(PlanWriting, The_dialog_shows_what_the_instrument_took_before_the_message) {
+    Open(kTenVolts);
+    Connect({0});
+    std::string shown;
+    user.WhenMessage("Setting complete!", [&] { shown = Shown("ch(2)"); });
+    SetAfter([&] { user.Type("Set_Dev", "ch(2)", "what"); });
+    EXPECT_EQ(shown, "DCV");
 }
 
 TEST_F(PlanWriting, SET_is_busy_until_its_message_comes_up) {

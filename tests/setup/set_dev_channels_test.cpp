@@ -353,6 +353,7 @@ TEST_F(SetDevCurrent, A_name_that_only_holds_that_of_a_current_opens_nothing) {
     Connect({0});
     SetDev([&] {
         user.Paste("Set_Dev", "ch(1)", "XDCI");
+        user.Paste("Set_Dev", "ch(1)", "XACI");
         user.Paste("Set_Dev", "ch(1)", "aci");
         EXPECT_EQ(user.ToolTip("Set_Dev", "ch(1)"), "");
     });

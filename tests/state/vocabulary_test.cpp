@@ -41,6 +41,14 @@ TEST(Vocabulary, Thermocouple_letters_stand_in_offer_order) {
 
 TEST(Vocabulary, Map_has_no_result_before_its_first_use) { EXPECT_EQ(MapResult, ""); }
 
+TEST(Vocabulary, Result_of_the_map_stays_until_its_next_use) {
+    MapFunctionName("2W");
+    FillVocabulary();
+    EXPECT_EQ(MapResult, "\"RES\"");
+    MapFunctionName(MapResult);
+    EXPECT_EQ(MapResult, "2W");
+}
+
 TEST(Vocabulary, Each_name_maps_to_its_word_with_quotes) {
     const std::vector<std::pair<std::string, std::string>> words = {
         {"DCV", "\"VOLT\""},   {"ACV", "\"VOLT:AC\""}, {"DCI", "\"VOLT\""},     {"ACI", "\"VOLT:AC\""},
