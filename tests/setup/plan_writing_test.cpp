@@ -378,7 +378,8 @@ TEST_F(PlanWriting, After_a_timer_out_of_range_the_channels_go_out_and_the_instr
 }
 
 TEST_F(PlanWriting, Mode_timer_and_function_are_taken_before_they_are_sent) {
-    for (const auto& [text, taken] : std::vector<std::pair<std::string, std::string>>{{"2", "2"}, {"10000", "0.5"}}) {
+    for (const auto& [text, taken] :
+         std::vector<std::pair<std::string, std::string>>{{"2.0", "2.0"}, {"10000", "0.5"}}) {
         // A typed name with a question mark is the first command to be answered, or not: SET can be looked at there.
         Open(kTenVolts + "no-reply \"rout:scan:func 2,what?\"\n");
         Connect({0});
@@ -398,7 +399,7 @@ TEST_F(PlanWriting, Mode_timer_and_function_are_taken_before_they_are_sent) {
             user.Pick("Set_Dev", "ch(2)", "2W");
         });
         EXPECT_TRUE(looked);
-        EXPECT_EQ(wire->Sent(0).front() == "ROUTe:SCAN:TIMER 2\n", text == "2");
+        EXPECT_EQ(wire->Sent(0).front() == "ROUTe:SCAN:TIMER 2.0\n", text == "2.0");
     }
 }
 
