@@ -3,6 +3,11 @@
 #include "platform/trial_window.h"
 #include "support/user.h"
 
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSettings>
 #include <QWidget>
 #include <csignal>
 #include <gtest/gtest.h>
@@ -300,6 +305,17 @@ TEST(Program, End_stops_the_process_at_once_with_status_0) {
         testing::ExitedWithCode(0), "");
 }
 
+TEST(Program, Keeps_nothing_that_the_dialogs_of_the_toolkit_would_keep) {
+    {
+        QFileDialog dialog;
+        dialog.setOption(QFileDialog::DontUseNativeDialog);
+    }
+    QSettings settings(QSettings::UserScope, "QtProject");
+    settings.setValue("kept", 1);
+    settings.sync();
+    EXPECT_FALSE(QFileInfo::exists(settings.fileName())) << settings.fileName().toStdString();
+}
+
 TEST(RunTimeErrors, One_in_a_handler_is_shown_and_ends_the_process_with_status_1) {
     EXPECT_EXIT(
         {
@@ -321,6 +337,22 @@ TEST(Messages, Show_their_text_and_are_confirmed) {
     User user;
     MsgBox("Please choice a datebase");
     EXPECT_EQ(user.Messages(), Happened{"Please choice a datebase"});
+}
+
+TEST(Messages, Bear_the_program_s_name_and_have_one_OK_button) {
+    User user;
+    bool looked = false;
+    user.WhenMessage("End of Job.", [&] {
+        const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->windowTitle(), "VANTREL");
+        EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
+        EXPECT_EQ(box->buttons().size(), 1);
+        EXPECT_EQ(box->button(QMessageBox::Ok)->text().remove('&'), "OK");
+        looked = true;
+    });
+    MsgBox("End of Job.");
+    EXPECT_TRUE(looked);
 }
 
 }  // namespace vantrel

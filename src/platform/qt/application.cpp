@@ -15,6 +15,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QScreen>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QUrl>
 #include <QWindow>
@@ -79,6 +80,9 @@ QApplication& SetUpApplication() {
         static char* argv[] = {name, nullptr};
         QCoreApplication::setApplicationName("VANTREL");
         QGuiApplication::setDesktopFileName("vantrel");
+        // Every launch starts alike: what Qt's own dialogs would keep for the next one goes to a file that nobody can
+        // write.
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, ":/none");
         auto* made = new QApplication(argc, argv);
         made->setQuitOnLastWindowClosed(false);
         ApplyLook(*made);
