@@ -17,11 +17,12 @@ void Write(int place, const std::string& bytes, std::uint32_t count) {
     VisaStatus = viWrite(InstrSession(place), bytes, count, &RetCount);
 }
 
-/// Reads a reply and returns the bytes that arrived.
+/// Reads a reply and returns the bytes that arrived. The buffer is not cleared before: behind them stands what is left
+/// of earlier replies.
 std::string Read(int place) {
     std::string reply;
     VisaStatus = viRead(InstrSession(place), &reply, kReplyBytes, &RetCount);
-    ReplyBuffer = reply;
+    ReplyBuffer = reply + ReplyBuffer.Text().substr(reply.size());
     return Left(ReplyBuffer, RetCount);
 }
 

@@ -135,8 +135,8 @@ TEST_F(Discovery, Nothing_found_closes_the_manager_and_tells_nobody) {
 
 Strings calls_of_the_stub;
 
-/// A library whose manager opens with `status`, and whose search succeeds with no resource at all.
-template <std::uint32_t status>
+/// A library whose manager opens with `status`, and whose search ends with `search_status` and no resource at all.
+template <std::uint32_t status, std::uint32_t search_status = 0>
 VisaEntryPoints Stub() {
     using Word = VisaEntryPoints::Word;
     VisaEntryPoints table;
@@ -153,7 +153,7 @@ VisaEntryPoints Stub() {
         calls_of_the_stub.emplace_back("viFindRsrc()");
         *list = 2;
         *count = 0;
-        return Word{0};
+        return Word{search_status};
     };
     return table;
 }
@@ -174,6 +174,12 @@ TEST_F(Discovery, Search_that_succeeds_with_no_resource_ends_there) {
 
 TEST_F(Discovery, Warning_of_the_manager_does_not_end_the_search) {
     UseVisa(Stub<0x3FFF0085>());
+    The<vantrel::Connect>();
+    EXPECT_EQ(calls_of_the_stub.back(), "viFindRsrc()");
+}
+
+TEST_F(Discovery, Warning_of_the_search_does_not_close_the_manager) {
+    UseVisa(Stub<0, 0x3FFF0085>());
     The<vantrel::Connect>();
     EXPECT_EQ(calls_of_the_stub.back(), "viFindRsrc()");
 }
@@ -251,6 +257,19 @@ TEST_F(Discovery, Rows_skip_instruments_without_a_card) {
     EXPECT_EQ(FindCount, 4U);
 }
 
+TEST_F(Discovery, Reply_lands_over_what_stood_in_the_buffer) {
+    Search(Instrument(1, 2) + Instrument(2, 0));
+    EXPECT_EQ(ReplyBuffer.Text().substr(0, 20), "0\nlane,M1,SN1,1.0\n  ");
+    EXPECT_EQ(ReplyBuffer.Text().size(), 1024U);
+}
+
+TEST_F(Discovery, Read_without_a_byte_is_no_card_whatever_stands_in_the_buffer) {
+    Search(Instrument(1, 2, "reply \"*IDN?\" \"2,M1,x\\n\"\n") + Instrument(2, -1));
+    EXPECT_EQ(ReplyBuffer.Text().substr(0, 7), "2,M1,x\n");
+    EXPECT_EQ(RetCount, 0U);
+    EXPECT_EQ(DeviceCount, 1);
+}
+
 TEST_F(Discovery, Serial_is_the_whole_reply_without_any_line_feed) {
     Search(Instrument(1, 2, "reply \"cal:sec:serial?\" \" A\\nB\\r \\n\"\n"));
     EXPECT_EQ(DeviceSerial(0), " AB\r ");
@@ -284,6 +303,11 @@ TEST_F(Discovery, Identity_with_one_comma_is_an_error) {
 
 TEST_F(Discovery, Identity_without_a_comma_is_an_error) {
     Open(Instrument(1, 2, "reply \"*IDN?\" \"Orlane M3610\\n\"\n"));
+    EXPECT_EQ(ErrorOf([] { The<vantrel::Connect>(); }), 5);
+}
+
+TEST_F(Discovery, Identity_of_one_character_is_an_error_and_not_a_missing_one) {
+    Open(Instrument(1, 2, "reply \"*IDN?\" \"x\"\n"));
     EXPECT_EQ(ErrorOf([] { The<vantrel::Connect>(); }), 5);
 }
 
