@@ -7,6 +7,9 @@
 #include "support/errors.h"
 #include "windows/Form1.h"
 
+#include <QApplication>
+#include <QMessageBox>
+
 namespace vantrel {
 namespace {
 
@@ -86,6 +89,14 @@ TEST_F(Messaging, Length_of_a_command_is_of_16_bits) {
     EXPECT_EQ(ErrorOf([] { SendScpi(std::string(32766, 'x'), 0); }), 0);
 }
 
+TEST_F(Messaging, Length_is_taken_before_the_session_is_looked_up) {
+    OpenWith("");
+    EXPECT_EQ(ErrorOf([] { SendScpi(std::string(32767, 'x'), 5); }), 6);
+    std::string command = "rout:scan";
+    EXPECT_EQ(ErrorOf([&] { SendScpi(command, 5); }), 9);
+    EXPECT_EQ(command, "rout:scan\n");
+}
+
 // ------------------------------------------------------------------------------------------------------------- reading
 
 TEST_F(Messaging, Reply_keeps_its_line_feed_and_has_blanks_behind_it) {
@@ -129,17 +140,23 @@ TEST_F(Messaging, Wait_of_a_query_lets_nothing_run) {
     EXPECT_TRUE(ran);
 }
 
-TEST_F(Messaging, Buffer_is_cleared_before_the_wait) {
+TEST_F(Messaging, Buffer_is_cleared_between_the_write_and_the_wait) {
+    struct LookingClock : Clock {
+        DateTime Now() override { return {}; }
+        void Sleep(int) override { at_wait = ReplyBuffer; }
+        std::string at_wait = "none";
+    } looking;
     OpenWith("");
     ReplyBuffer = "old";
     std::string at_write = "none";
-    std::string at_read = "none";
     wire->bench.SetObserver([&](const bench::Exchange& exchange) {
-        (exchange.direction == bench::Exchange::kToInstrument ? at_write : at_read) = ReplyBuffer;
+        if (exchange.direction == bench::Exchange::kToInstrument) at_write = ReplyBuffer;
     });
+    UseClock(&looking);
     SendScpi("rout:scan:state?", 0);
+    UseClock(&clock);
     EXPECT_EQ(at_write, Padded("old"));
-    EXPECT_EQ(at_read, Padded(""));
+    EXPECT_EQ(looking.at_wait, Padded(""));
 }
 
 TEST_F(Messaging, Session_is_looked_up_again_for_the_read) {
@@ -171,6 +188,21 @@ TEST_F(Messaging, Long_reply_is_read_on_from_where_it_stopped_without_a_wait) {
     EXPECT_EQ(VisaStatus, 0);
     EXPECT_EQ(clock.Elapsed(), 50);
     EXPECT_EQ(wire->Sent(0).size(), 1U);
+}
+
+TEST_F(Messaging, Reading_on_reads_over_a_cleared_buffer_and_lets_nothing_run) {
+    OpenWith("reply \"fetch?\" \"" + std::string(1024, '7') + "tail\\n\"\n");
+    SendScpi("fetch?", 0);
+    bool ran = false;
+    clock.At(0, [&] { ran = true; });
+    std::string at_read = "none";
+    wire->bench.SetObserver([&](const bench::Exchange&) { at_read = ReplyBuffer; });
+    ReadScpi(0);
+    EXPECT_EQ(at_read, Padded(""));
+    EXPECT_EQ(RetCount, 5U);
+    EXPECT_FALSE(ran);
+    DoEvents();
+    EXPECT_TRUE(ran);
 }
 
 TEST_F(Messaging, Reading_on_fails_like_a_query) {
@@ -236,6 +268,48 @@ TEST_F(Messaging, Write_that_fails_in_a_query_is_told_once_by_its_read) {
     SendScpi("rout:scan:state?", 0);
     EXPECT_EQ(user.Messages().size(), 1U);
     EXPECT_EQ(wire->Calls().size(), 2U);
+}
+
+TEST_F(Messaging, Failed_write_before_a_good_read_is_not_told) {
+    OpenWith("status BFFF003E at call 1\n");
+    SendScpi("rout:scan:state?", 0);
+    EXPECT_EQ(wire->Calls().size(), 2U);
+    EXPECT_EQ(VisaStatus, 0);
+    EXPECT_EQ(StopRequested, 0);
+    EXPECT_TRUE(user.Messages().empty());
+}
+
+TEST_F(Messaging, Session_that_failed_stays_open) {
+    OpenWith("silent\n");
+    const auto open = wire->bench.OpenSessions();
+    SendScpi("fetch?", 0);
+    EXPECT_EQ(wire->bench.OpenSessions(), open);
+}
+
+TEST_F(Messaging, Box_of_a_lost_instrument_has_the_program_s_name_and_one_OK_button) {
+    OpenWith("silent\n");
+    bool looked = false;
+    user.WhenMessage(kDisconnected, [&] {
+        const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->text().toStdString(), kDisconnected);
+        EXPECT_EQ(box->windowTitle(), "VANTREL");
+        EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
+        looked = true;
+    });
+    SendScpi("fetch?", 0);
+    EXPECT_TRUE(looked);
+}
+
+TEST_F(Messaging, Two_devices_share_the_one_buffer) {
+    Open(
+        "instrument GPIB0::1::INSTR\nreply \"a?\" \"from 1, a long one\\n\"\ninstrument GPIB0::2::INSTR\n"
+        "reply \"a?\" \"2\\n\"\n");
+    Attach(0, 0, 0, "GPIB0::1::INSTR");
+    Attach(1, 1, 1, "GPIB0::2::INSTR");
+    SendScpi("a?", 0);
+    SendScpi("a?", 1);
+    EXPECT_EQ(ReplyBuffer.Text(), Padded("2\n"));
 }
 
 TEST_F(Messaging, Each_failing_query_tells_it_again_and_tries_nothing_else) {
