@@ -6,6 +6,7 @@
 #include "windows/DATA_Table.h"
 #include "windows/Form1.h"
 #include "windows/Form3.h"
+#include "windows/Form4.h"
 #include "windows/Set_Dev.h"
 
 #include <QAbstractItemView>
@@ -179,6 +180,19 @@ TEST_F(ConnectDialog, Box_of_a_row_that_is_gone_is_hidden) {
     });
 }
 
+TEST_F(ConnectDialog, Find_that_finds_nothing_any_more_empties_the_list) {
+    Open(Instruments(2));
+    InDialog([this] {
+        EXPECT_EQ(Rows().size(), 2U);
+        wire->bench.Unplug(0);
+        wire->bench.Unplug(1);
+        user.Click("Connect", "Command1");
+        EXPECT_EQ(Rows(), Strings{});
+        EXPECT_EQ(Ticks(), "......");
+    });
+    EXPECT_TRUE(user.Messages().empty());
+}
+
 TEST_F(ConnectDialog, Tick_of_a_row_that_is_gone_still_counts_at_EXIT) {
     Open(Instruments(2));
     vantrel::Connect& dialog = The<vantrel::Connect>();
@@ -342,6 +356,38 @@ TEST_F(ConnectDialog, Close_box_acts_as_EXIT) {
     EXPECT_EQ(DeviceCount, 1);
     EXPECT_EQ(SlotOf(0), 1);
     EXPECT_EQ(user.TabText("Form1", "SSTab1", 0), "Serial 2");
+}
+
+TEST_F(ConnectDialog, EXIT_hides_the_dialog_and_keeps_it) {
+    Open(Instruments(2));
+    user.WhenShown("Connect", [this] {
+        EXPECT_TRUE(user.FindWindow("Connect")->isModal());
+        user.Click("Connect", "Command2");
+    });
+    user.Menu("Connected_to_Instrument");
+    EXPECT_FALSE(user.Sees("Connect"));
+    EXPECT_TRUE(IsLoaded<vantrel::Connect>());
+}
+
+TEST_F(ConnectDialog, EXIT_fills_the_lists_anew) {
+    Open(Instruments(2));
+    vantrel::Connect& dialog = The<vantrel::Connect>();
+    dialog.Check1(1).SetValue(1);
+    dialog.Command2_Click();
+    dialog.Command2_Click();
+    for (ComboBox* list : {&The<Form1>().Combo1, &The<Form3>().Combo_dev, &The<Set_Dev>().Combo1_dev}) {
+        EXPECT_EQ(list->ListCount(), 1);
+        EXPECT_EQ(list->List(0), "Serial 2");
+    }
+}
+
+TEST_F(ConnectDialog, EXIT_with_a_tick_leaves_the_tabs_alone) {
+    Open(Instruments(2));
+    vantrel::Connect& dialog = The<vantrel::Connect>();
+    dialog.Check1(1).SetValue(1);
+    dialog.Command2_Click();
+    EXPECT_EQ(user.TabText("Form1", "SSTab1", 0), "Device 1");
+    EXPECT_EQ(user.TabText("Form1", "SSTab1", 3), "Device 4");
 }
 
 TEST_F(ConnectDialog, EXIT_looks_at_a_box_for_each_resource) {
@@ -591,6 +637,33 @@ TEST_F(ConnectDialog, Connecting_in_a_run_lets_it_finish_its_pass_and_end) {
     Run();
     EXPECT_EQ(user.Messages(), Strings{"End of Job."});
     EXPECT_EQ(DeviceCount, 1);
+}
+
+TEST_F(ConnectDialog, Run_that_lost_its_devices_to_Connect_sends_nothing_and_ends_when_there_are_some_again) {
+    Open(Instruments(1));
+    Connect({0});
+    The<Form4>().per_scan_interval.SetValue(1);
+    The<Form4>().PerSan.SetValue(FromLocalFields({2000, 1, 1, 0, 0, 1}));
+    const int start = static_cast<int>(clock.Elapsed());
+    clock.At(start + 10000, [&] {
+        Connect({});
+        wire->ClearTranscript();
+        EXPECT_EQ(StopRequested, 0);
+        EXPECT_FALSE(RunControlsOn());
+    });
+    std::vector<std::pair<int, std::string>> sent;
+    clock.At(start + 60000, [&] {
+        sent = wire->Sent();
+        EXPECT_EQ(DeviceCount, 0);
+        Connect({0});
+        EXPECT_EQ(StopRequested, -1);
+    });
+    Run();
+    // The pass that was under way is finished.
+    EXPECT_EQ(sent.empty() ? "fetch?\n" : sent.back().second, "fetch?\n");
+    for (const auto& message : sent) EXPECT_NE(message.second, "rout:SCAN\n");
+    EXPECT_EQ(DeviceCount, 1);
+    EXPECT_EQ(user.Messages(), Strings{"End of Job."});
 }
 
 TEST_F(ConnectDialog, Dialog_opened_again_while_it_loads_is_shown_twice_and_works) {
