@@ -6,7 +6,9 @@
 #include "support/errors.h"
 #include "windows/Form1.h"
 
+#include <fstream>
 #include <gtest/gtest.h>
+#include <sstream>
 #include <type_traits>
 
 namespace vantrel {
@@ -81,9 +83,28 @@ TEST(SharedTables, Whole_numbers_are_of_16_bits) {
     EXPECT_EQ(ErrorOf([] { ScanThreshold(0) = 32768; }), 6);
 }
 
-TEST(SharedTables, Divisors_and_counts_of_rows_are_floats) {
+TEST(SharedTables, Single_whole_numbers_are_of_16_bits_too) {
+    for (Integer* number : {&DeviceCount, &ShuntDevice, &ShuntChannel, &StopRequested}) {
+        EXPECT_EQ(ErrorOf([&] { *number = -32768; }), 0);
+        EXPECT_EQ(ErrorOf([&] { *number = -32769; }), 6);
+        EXPECT_EQ(ErrorOf([&] { *number = 32768; }), 6);
+    }
+}
+
+TEST(SharedTables, Statuses_and_sessions_are_of_32_bits) {
+    EXPECT_TRUE((std::is_same_v<decltype(VisaStatus), std::int32_t>));
+    EXPECT_TRUE((std::is_same_v<decltype(DefaultRM), std::uint32_t>));
+    EXPECT_TRUE((std::is_same_v<decltype(FindList), std::uint32_t>));
+    EXPECT_TRUE((std::is_same_v<decltype(FindCount), std::uint32_t>));
+    EXPECT_TRUE((std::is_same_v<decltype(RetCount), std::uint32_t>));
+    EXPECT_TRUE((std::is_same_v<decltype(InstrSession), Table<std::uint32_t, 21>>));
+}
+
+TEST(SharedTables, Divisors_shunts_and_counts_of_rows_are_floats) {
     EXPECT_TRUE((std::is_same_v<decltype(ActiveChannels), Table<double, 5>>));
     EXPECT_TRUE((std::is_same_v<decltype(ScanCount), Table<double, 5>>));
+    EXPECT_TRUE((std::is_same_v<decltype(ShuntOhm), ChannelTable<double>>));
+    EXPECT_TRUE((std::is_same_v<decltype(ShuntOffset), ChannelTable<double>>));
 }
 
 TEST(SharedTables, Link_starts_empty) {
@@ -100,6 +121,19 @@ TEST(SharedTables, Link_starts_empty) {
     for (int i = 0; i < 11; ++i) EXPECT_EQ(DeviceSerial(i), "");
     for (int i = 0; i < 5; ++i) EXPECT_EQ(SlotOf(i), 0);
     for (int i = 0; i < 5; ++i) EXPECT_EQ(ChannelCount(i), 0);
+}
+
+TEST(SharedTables, Run_and_shunt_cell_start_at_zero) {
+    for (int dev = 0; dev < 5; ++dev) {
+        EXPECT_EQ(ScanCount(dev), 0);
+        EXPECT_EQ(ActiveChannels(dev), 0);
+        EXPECT_EQ(ScanTarget(dev), 0);
+        EXPECT_EQ(ScanThreshold(dev), 0);
+    }
+    EXPECT_EQ(StopRequested, 0);
+    EXPECT_EQ(ScanTime, DateTime{});
+    EXPECT_EQ(ShuntDevice, 0);
+    EXPECT_EQ(ShuntChannel, 0);
 }
 
 TEST(SharedTables, Link_is_good_for_done_and_for_more_to_read_only) {
@@ -177,6 +211,27 @@ TEST_F(SharedTablesAtTheDesk, Rebuilding_the_tables_does_nothing_without_a_devic
     EXPECT_EQ(wire->Calls(), std::vector<std::string>{});
     EXPECT_EQ(user.CellText("Form1", "MSFlexGrid1(0)", 0, 0), "");
     EXPECT_EQ(StopRequested, 0);
+}
+
+TEST_F(SharedTablesAtTheDesk, Start_without_a_device_makes_passes_without_a_message_until_Stop) {
+    Open();
+    clock.At(0, [] { The<Form1>().Command4_Click(); });
+    The<Form1>().Command3_Click();
+    EXPECT_EQ(user.Messages(), std::vector<std::string>{"End of Job."});
+    EXPECT_EQ(wire->Calls(), std::vector<std::string>{});
+    for (int dev = 0; dev < 5; ++dev) EXPECT_EQ(ScanCount(dev), 0);
+}
+
+TEST_F(SharedTablesAtTheDesk, Record_with_the_name_0_is_no_record) {
+    Open("instrument GPIB0::1::INSTR\n  card 1\n  channel 1-10 VOLT\n");
+    Connect({0});
+    const std::string stood = "what stood there";
+    std::ofstream(Record("0")) << stood;
+    RunAndStopAfter(3000);
+    EXPECT_GT(ScanCount(0), 0);
+    std::ostringstream stands;
+    stands << std::ifstream(Record("0")).rdbuf();
+    EXPECT_EQ(stands.str(), stood);
 }
 
 }  // namespace
