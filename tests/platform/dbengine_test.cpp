@@ -7,8 +7,10 @@
 #include "support/temp_folder.h"
 #include "support/virtual_clock.h"
 
+#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 
 namespace vantrel {
@@ -177,6 +179,30 @@ TEST(OpenDatabase, Refuses_a_folder) {
     const TempFolder folder;
     std::filesystem::create_directory(folder / "abc.mdb");
     EXPECT_EQ(ErrorOf([&] { TheDBEngine().OpenDatabase(folder / "abc.mdb"); }), kNoPermission);
+}
+
+TEST_F(Record, That_another_program_has_locked_for_2_seconds_is_refused) {
+    ChildProcess other([&](const ChildProcess::Contact& test) {
+        sqlite3* file = nullptr;
+        sqlite3_open(path.c_str(), &file);
+        if (sqlite3_exec(file, "begin exclusive", nullptr, nullptr, nullptr) != SQLITE_OK)
+            throw std::runtime_error("not locked");
+        test.Send();
+        test.Await();
+    });
+    ASSERT_TRUE(other.Talk().Await());
+    VirtualClock clock;
+    EXPECT_EQ(ErrorOf([&] { TheDBEngine().OpenDatabase(path); }), kLockedByOther);
+    EXPECT_EQ(clock.Elapsed(), 2000);
+}
+
+TEST_F(Record, That_another_program_is_deleting_is_refused) {
+    database.Close();
+    const int deletion = open(path.c_str(), O_RDONLY);
+    ASSERT_EQ(flock(deletion, LOCK_EX), 0);
+    EXPECT_EQ(ErrorOf([&] { TheDBEngine().OpenDatabase(path); }), kFileInUse);
+    close(deletion);
+    EXPECT_EQ(ErrorOf([&] { TheDBEngine().OpenDatabase(path); }), 0);
 }
 
 TEST_F(Record, That_may_not_be_written_is_refused) {
@@ -514,6 +540,18 @@ TEST_F(Record, Reaches_the_rows_that_it_added_itself) {
     rows.Set("num", "2");
     rows.Update();
     EXPECT_EQ(Walk(rows), (Texts{"1", "2"}));
+}
+
+TEST_F(Record, Reaches_a_row_once_that_it_added_in_the_place_of_a_deleted_last_one) {
+    AddRows(database, {"1", "2", ""});
+    Recordset rows = All();
+    rows.MoveLast();
+    rows.Delete();
+    rows.AddNew();
+    rows.Set("num", "3");
+    rows.Update();
+    EXPECT_EQ(rows.RecordCount(), 3);
+    EXPECT_EQ(Walk(rows), (Texts{"1", "2", "3"}));
 }
 
 TEST_F(Record, Writes_only_the_columns_that_were_set) {

@@ -134,8 +134,10 @@ std::int64_t Rows::CountAll() {
     return rows;
 }
 
-/// Adds the row `id`, which lies behind all others, to the set.
+/// Adds the row `id`, which lies behind all others, to the set. It may have the id of a last row that was deleted.
 void Rows::Include(std::int64_t id) {
+    const bool is_in_last_range = !ranges_.empty() && id >= ranges_.back().low && id <= ranges_.back().high;
+    if (is_in_last_range) return;
     if (!ranges_.empty() && ranges_.back().high + 1 == id)
         ranges_.back().high = id;
     else
