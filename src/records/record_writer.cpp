@@ -16,12 +16,15 @@ void Convert_Current(Integer device, Integer ch) {
     ScanRow(device, ch) = Str(current);
 }
 
+/// A column never holds an empty text: a field of blanks, of which trimming leaves nothing, is no reading.
+std::string Stored(const std::string& reading) { return reading.empty() ? " " : reading; }
+
 void Append_Row(Integer device) {
     Recordset& rows = RecordRs(device);
     rows.AddNew();
     rows.Set("num", RecordBase(device) + ScanCount(device));
     rows.Set("Time", ScanTime);
-    for (const Integer ch : Each(kChannelColumns)) rows.Set("CH" + Str(ch + 1), ScanRow(device, ch));
+    for (const Integer ch : Each(kChannelColumns)) rows.Set("CH" + Str(ch + 1), Stored(ScanRow(device, ch)));
     rows.Update();
 }
 

@@ -161,6 +161,13 @@ TEST_F(Writer, Stores_all_twenty_channels_in_order) {
     EXPECT_EQ(Texts(row.begin() + 2, row.end()), readings);
 }
 
+TEST_F(Writer, Stores_one_blank_for_a_cell_in_which_nothing_is_left) {
+    OpenRecord1();
+    ScanRow(0, 3) = "";
+    WriteRecord(0);
+    EXPECT_EQ(RowsOf(Record("Record1")).at(0).at(5), " ");
+}
+
 TEST_F(Writer, Stores_twenty_columns_of_a_10_channel_device_with_what_the_cells_hold) {
     HaveChannels(10);
     OpenRecord1();
