@@ -3,6 +3,7 @@
 
 #include "state/shared.h"
 #include "support/desk.h"
+#include "support/errors.h"
 #include "windows/DATA_Table.h"
 #include "windows/Form1.h"
 
@@ -137,6 +138,14 @@ TEST_F(LiveTables, Of_all_devices_are_rebuilt_together) {
     Make_Live_Tables();
     EXPECT_EQ(Cell(0, 0, 0), "CH 1(DCV)");
     EXPECT_EQ(Cell(1, 2, 9), "CH 20(DCV)");
+    EXPECT_EQ(Cell(2, 0, 0), "");
+}
+
+TEST_F(LiveTables, Of_all_devices_are_rebuilt_in_their_order) {
+    for (const Integer dev : Each(3)) HaveDevice(dev, 10);
+    SlotOf(1) = 5;  // a row beyond the plan
+    EXPECT_EQ(ErrorOf([] { Make_Live_Tables(); }), kSubscript);
+    EXPECT_EQ(Cell(0, 0, 0), "CH 1(DCV)");
     EXPECT_EQ(Cell(2, 0, 0), "");
 }
 

@@ -5,6 +5,7 @@
 #include "state/shared.h"
 #include "state/vocabulary.h"
 #include "support/desk.h"
+#include "support/errors.h"
 #include "support/geometry.h"
 #include "windows/DATA_Table.h"
 #include "windows/Form1.h"
@@ -14,9 +15,11 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDesktopServices>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QTextBrowser>
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
@@ -87,10 +90,7 @@ TEST_F(MainWindow, Has_its_controls_at_their_places) {
 
 TEST_F(MainWindow, Has_its_menus_under_their_names) {
     const QMenuBar* bar = MenuBar();
-    Texts tops;
-    for (const QAction* top : bar->actions()) tops.push_back(FromCaption(top->text()));
-    EXPECT_EQ(tops, (Texts{"Configuration", "View", "Help", "Exit"}));
-    EXPECT_EQ(FromQt(bar->actions().back()->objectName()), "exit_item");
+    EXPECT_EQ(EntriesOf(bar), (Texts{"configuration: Configuration", "view: View", "help: Help", "exit_item: Exit"}));
     EXPECT_EQ(bar->actions().back()->menu(), nullptr);
     EXPECT_EQ(EntriesOf(bar->findChild<QMenu*>("configuration")),
               (Texts{"set_sc: Set Scanner Card ", "set_read: Set read", "set_draw: Set draw", "n1",
@@ -102,8 +102,9 @@ TEST_F(MainWindow, Has_its_menus_under_their_names) {
 
 TEST_F(MainWindow, Has_pictures_on_its_tool_bar_and_the_given_tool_tips) {
     const std::vector<std::pair<std::string, std::string>> tips = {
-        {"Command3", "Start"},       {"Command4", "Stop"},        {"Command6", "See Value ."}, {"Command8", "Set Draw"},
-        {"Command10", "Set Record"}, {"Command7", "Open Record"}, {"Command9", "Record Draw"}, {"Command5", "Printer"},
+        {"Command3", "Start"}, {"Command4", "Stop"},    {"Command6", "See Value ."},
+        {"Command8", ""},      {"Command10", ""},       {"Command7", "Open Record"},
+        {"Command9", ""},      {"Command5", "Printer"},
     };
     for (const auto& [button, tip] : tips) {
         EXPECT_EQ(user.ToolTip("Form1", button), tip) << button;
@@ -287,24 +288,42 @@ TEST_F(MainWindow, Rebuilds_all_live_tables_and_turns_the_controls_on_at_every_w
     }
 }
 
+TEST_F(MainWindow, Rebuilds_the_tables_before_it_turns_the_controls_on) {
+    Connect({0});
+    The<Form1>().Disable_All();
+    SlotOf(0) = 5;  // a row beyond the plan
+    EXPECT_EQ(ErrorOf([] { The<Form1>().Combo1.SetListIndex(0); }), kSubscript);
+    EXPECT_FALSE(user.Enabled("Form1", "Command3"));
+}
+
+TEST_F(MainWindow, Leaves_the_tab_in_front_when_a_device_is_chosen) {
+    Connect({0, 1});
+    user.Pick("Form1", "Combo1", DeviceSerial(1));
+    EXPECT_EQ(user.Index("Form1", "SSTab1"), 0);
+}
+
 TEST_F(MainWindow, Turns_no_control_on_for_a_text_in_the_empty_device_list) {
     user.TypeOn("Form1", "Combo1", "x");
     EXPECT_FALSE(user.Enabled("Form1", "Command3"));
 }
 
-TEST_F(MainWindow, Turns_Start_on_in_a_run_when_a_device_is_chosen) {
+TEST_F(MainWindow, Rebuilds_the_tables_and_turns_Start_on_in_a_run_when_a_device_is_chosen) {
     Connect({0, 1});
+    std::string reading;
     bool start_before = true;
     bool start_after = false;
     bool exit_after = true;
     clock.At(static_cast<int>(clock.Elapsed()) + 3000, [&] {
         start_before = user.Enabled("Form1", "Command3");
+        MarkLiveTables();
         user.Pick("Form1", "Combo1", DeviceSerial(1));
+        reading = Reading(0);
         start_after = user.Enabled("Form1", "Command3");
         exit_after = user.MenuEnabled("exit_item");
     });
     RunAndStopAfter(5000);
     EXPECT_FALSE(start_before);
+    EXPECT_EQ(reading, "");
     EXPECT_TRUE(start_after);
     EXPECT_FALSE(exit_after);
 }
@@ -321,8 +340,9 @@ TEST_F(MainWindow, Offers_printing_only_while_no_run_is_on) {
 // ---- The end
 
 std::uint64_t TellClose(std::uint64_t object) {
-    std::fprintf(stderr, "viClose(%d) stop %d\n", static_cast<int>(object), static_cast<int>(StopRequested));
-    return 0xBFFF000E;  // a failing status, which nobody tests
+    std::fprintf(stderr, "viClose(%d) stop %d status %x\n", static_cast<int>(object), static_cast<int>(StopRequested),
+                 static_cast<unsigned>(VisaStatus));
+    return 0xBFFF0000 + object;  // a failing status, which is kept and not tested
 }
 
 /// A VISA library that tells of each close on the error output.
@@ -335,6 +355,7 @@ void TellCloses() {
 TEST_F(MainWindow, Exit_stops_closes_the_sessions_in_order_and_ends_the_process) {
     EXPECT_EXIT(
         {
+            VisaStatus = 0;
             FindList = 7;
             DefaultRM = 8;
             FindCount = 3;
@@ -343,8 +364,9 @@ TEST_F(MainWindow, Exit_stops_closes_the_sessions_in_order_and_ends_the_process)
             user.Menu("exit_item");
         },
         testing::ExitedWithCode(0),
-        "^viClose\\(7\\) stop -1\nviClose\\(8\\) stop -1\nviClose\\(11\\) stop -1\nviClose\\(12\\) stop -1\n"
-        "viClose\\(13\\) stop -1\n$");
+        "^viClose\\(7\\) stop -1 status 0\nviClose\\(8\\) stop -1 status bfff0007\n"
+        "viClose\\(11\\) stop -1 status bfff0008\nviClose\\(12\\) stop -1 status bfff000b\n"
+        "viClose\\(13\\) stop -1 status bfff000c\n$");
 }
 
 TEST_F(MainWindow, Exit_without_a_search_closes_two_zeros_and_no_device) {
@@ -353,7 +375,7 @@ TEST_F(MainWindow, Exit_without_a_search_closes_two_zeros_and_no_device) {
             TellCloses();
             user.Menu("exit_item");
         },
-        testing::ExitedWithCode(0), "^viClose\\(0\\) stop -1\nviClose\\(0\\) stop -1\n$");
+        testing::ExitedWithCode(0), "^viClose\\(0\\) stop -1 status 0\nviClose\\(0\\) stop -1 status bfff0000\n$");
 }
 
 TEST_F(MainWindow, Exit_is_off_in_a_run_until_Stop) {
@@ -399,6 +421,18 @@ TEST_F(MainWindow, Unloading_it_stops_and_closes_the_sessions_but_does_not_end_t
     EXPECT_FALSE(user.Sees("Form1"));
 }
 
+TEST_F(MainWindow, Unloading_it_stops_before_it_closes_and_keeps_the_status_of_the_last_close) {
+    EXPECT_EXIT(
+        {
+            FindList = 7;
+            DefaultRM = 8;
+            TellCloses();
+            EndSession();
+            std::_Exit(VisaStatus == static_cast<ViStatus>(0xBFFF0008) ? 3 : 4);
+        },
+        testing::ExitedWithCode(3), "^viClose\\(7\\) stop -1 status 0\nviClose\\(8\\) stop -1 status bfff0007\n$");
+}
+
 // ---- About
 
 using About = Desk;
@@ -433,6 +467,16 @@ TEST_F(About, Opens_its_address_through_the_command_interpreter) {
     user.Menu("About");
     user.Click("about_form", "Label4");
     EXPECT_EQ(FileBytes(told), "/c start " + user.Text("about_form", "Label4") + "\n");
+}
+
+TEST_F(About, Opens_its_address_in_the_default_browser_where_there_is_no_such_interpreter) {
+    setenv("PATH", folder.Path().c_str(), 1);
+    Open();
+    QTextBrowser browser;
+    QDesktopServices::setUrlHandler("https", &browser, "setSource");
+    user.Menu("About");
+    user.Click("about_form", "Label4");
+    EXPECT_EQ(FromQt(browser.source().toString()), user.Text("about_form", "Label4"));
 }
 
 }  // namespace

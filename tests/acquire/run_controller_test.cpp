@@ -301,6 +301,18 @@ TEST_F(MissingRecord, Its_device_has_begun_afresh_and_later_devices_are_not_look
     EXPECT_FALSE(FileExists(Record("Record2")));
 }
 
+TEST_F(MissingRecord, Next_start_opens_the_earlier_records_anew) {
+    Start();
+    user.Click("Form1", "Command4");
+    StopAfterSending("0 rout:SCAN");
+    Run();
+    EXPECT_EQ(user.Messages().back(), "End of Job.");
+    for (const char* record : {"Record1", "Record2"}) {
+        EXPECT_FALSE(OpenFile::IsHeld(Record(record))) << record;
+        EXPECT_EQ(RowsOf(Record(record)).size(), 1U) << record;
+    }
+}
+
 // ---- Stop
 
 TEST_F(RunController, Stop_switches_the_controls_the_printer_and_the_exit_on_and_raises_the_flag) {

@@ -104,6 +104,12 @@ TEST_F(RecordFile, That_is_there_is_used_as_it_stands) {
     EXPECT_EQ(FileBytes(Path()), "what stood there");
 }
 
+TEST_F(RecordFile, Is_refused_where_a_folder_bears_its_name) {
+    std::filesystem::create_directory(Path());
+    EXPECT_EQ(ErrorOf([] { CreateRecord(0); }), kFileExists);
+    EXPECT_TRUE(std::filesystem::is_directory(Path()));
+}
+
 TEST_F(RecordFile, Of_a_device_without_a_record_is_not_made_and_its_path_stays) {
     RecordName(0) = "0";
     RecordPath(0) = "the path before";
@@ -190,15 +196,45 @@ TEST_F(RecordFile, With_a_number_that_is_none_raises_13) {
     }
 }
 
+TEST_F(RecordFile, Keeps_the_numbers_that_were_set_right_before_one_that_is_none) {
+    Write({"5", "", "6", "abc", "9"});
+    EXPECT_EQ(ErrorOf([] { OpenRecord(0); }), kTypeMismatch);
+    CloseRecord(0);
+    EXPECT_EQ(Numbers(), (Texts{"1", "2", "abc", "9"}));
+}
+
+TEST_F(RecordFile, Without_anything_to_set_right_is_not_touched) {
+    Write(Counting(20));
+    const std::string bytes = FileBytes(Path());
+    const auto long_ago = std::filesystem::last_write_time(Path()) - std::chrono::hours(24);
+    std::filesystem::last_write_time(Path(), long_ago);
+    OpenAndClose();
+    EXPECT_EQ(FileBytes(Path()), bytes);
+    EXPECT_EQ(std::filesystem::last_write_time(Path()), long_ago);
+}
+
+TEST_F(RecordFile, That_is_open_still_is_opened_anew) {
+    Write(Counting(2));
+    OpenRecord(0);
+    OpenRecord(0);
+    EXPECT_EQ(RecordBase(0), 2);
+    CloseRecord(0);
+    EXPECT_EQ(ErrorOf([&] { Kill(Path()); }), 0);
+}
+
 TEST_F(RecordFile, Of_32767_rows_opens) {
     Write(Counting(32767));
     OpenRecord(0);
     EXPECT_EQ(RecordBase(0), 32767);
 }
 
-TEST_F(RecordFile, Of_32768_rows_raises_6) {
-    Write(Counting(32768));
+TEST_F(RecordFile, Of_32768_rows_raises_6_on_its_last_row) {
+    Write(Texts(32768, "9"));
     EXPECT_EQ(ErrorOf([] { OpenRecord(0); }), kOverflow);
+    CloseRecord(0);
+    Texts numbers = Counting(32767);
+    numbers.push_back("9");
+    EXPECT_EQ(Numbers(), numbers);
 }
 
 TEST_F(RecordFile, That_is_no_database_raises_3343_and_stays_as_it_was) {
@@ -212,6 +248,20 @@ TEST_F(RecordFile, Without_the_table_DATA_raises_3078) {
     TheDBEngine().CreateDatabase(Path(), "", 2).Close();
     CreateRecord(0);
     EXPECT_EQ(ErrorOf([] { OpenRecord(0); }), kTableMissing);
+}
+
+TEST_F(RecordFile, Without_the_column_NUM_raises_3265) {
+    Database database = TheDBEngine().CreateDatabase(Path(), "", 2);
+    TableDef table;
+    table.Name = "DATA";
+    table.Fields.Append({"Time", kDbText});
+    database.AppendTableDef(table);
+    Recordset rows = database.OpenRecordset("select * from data");
+    rows.AddNew();
+    rows.Update();
+    database.Close();
+    CreateRecord(0);
+    EXPECT_EQ(ErrorOf([] { OpenRecord(0); }), kItemNotFound);
 }
 
 // ---- Closed
@@ -230,6 +280,20 @@ TEST_F(RecordFile, Once_closed_is_free_and_still_assigned) {
 
 using Runs = RecordDesk;
 
+/// Adds `count` rows numbered 1 to the record at `path`.
+void AddRows(const std::string& path, int count) {
+    Database database = TheDBEngine().OpenDatabase(path);
+    Database::Transaction all(database);
+    Recordset rows = database.OpenRecordset("select * from data");
+    for (int i = 0; i < count; ++i) {
+        rows.AddNew();
+        rows.Set("NUM", "1");
+        rows.Update();
+    }
+    all.Commit();
+    database.Close();
+}
+
 TEST_F(Runs, Number_the_rows_of_a_new_record_from_1) {
     OpenConnected(1);
     Assign({"Record1"});
@@ -244,6 +308,16 @@ TEST_F(Runs, Append_to_the_record_of_the_run_before) {
     RunScans(2);
     EXPECT_EQ(RecordBase(0), 3);
     EXPECT_EQ(Column(RowsOf(Record("Record1")), 0), Counting(5));
+}
+
+TEST_F(Runs, Give_the_first_row_behind_50_others_the_number_51) {
+    OpenConnected(1);
+    Assign({"Record1"});
+    CreateRecord(0);
+    AddRows(Record("Record1"), 50);
+    RunScans(1);
+    EXPECT_EQ(RecordBase(0), 50);
+    EXPECT_EQ(Column(RowsOf(Record("Record1")), 0), Counting(51));
 }
 
 TEST_F(Runs, Start_anew_under_another_name) {
@@ -351,20 +425,6 @@ TEST_F(Runs, Go_on_in_their_record_when_another_is_assigned) {
 }
 
 // ---- Starts that fail
-
-/// Adds `count` rows numbered 1 to the record at `path`.
-void AddRows(const std::string& path, int count) {
-    Database database = TheDBEngine().OpenDatabase(path);
-    Database::Transaction all(database);
-    Recordset rows = database.OpenRecordset("select * from data");
-    for (int i = 0; i < count; ++i) {
-        rows.AddNew();
-        rows.Set("NUM", "1");
-        rows.Update();
-    }
-    all.Commit();
-    database.Close();
-}
 
 TEST_F(Runs, End_the_program_over_a_file_that_is_no_database_and_leave_it_as_it_was) {
     WriteFileBytes(Record("Record1"), "what stood there");
