@@ -2,8 +2,8 @@
 #include "acquire/live_tables.h"
 
 #include "state/shared.h"
-#include "support/desk.h"
 #include "support/errors.h"
+#include "support/run_desk.h"
 #include "windows/DATA_Table.h"
 #include "windows/Form1.h"
 
@@ -33,6 +33,14 @@ TEST_F(LiveTables, Have_one_tab_a_device_with_design_captions_until_instruments_
     for (int i = 0; i < 4; ++i) {
         EXPECT_TRUE(user.SeesTab("Form1", "SSTab1", i));
         EXPECT_EQ(user.TabText("Form1", "SSTab1", i), "Device " + std::to_string(i + 1));
+    }
+}
+
+TEST_F(LiveTables, Lie_each_on_the_tab_of_its_device) {
+    for (int tab = 3; tab >= 0; --tab) {
+        user.ClickTab("Form1", "SSTab1", tab);
+        for (int dev = 0; dev < 4; ++dev)
+            EXPECT_EQ(user.Sees("Form1", "MSFlexGrid1(" + std::to_string(dev) + ")"), dev == tab) << tab << dev;
     }
 }
 
@@ -179,21 +187,63 @@ TEST_F(LiveTables, Take_any_other_status_for_bad) {
     EXPECT_EQ(StopRequested, -1);
 }
 
-/// The two grids that hold the rows of the latest scans of device 0.
+TEST_F(LiveTables, Of_a_lost_instrument_go_blank_behind_a_dialog) {
+    HaveDevice(0, 10);
+    HaveDevice(1, 10);
+    Make_Live_Tables();
+    The<Form1>().Enable_All();
+    VisaStatus = -1073807343;
+    user.WhenShown("Form2", [this] { user.Close("Form2"); });
+    user.Click("Form1", "Command8");
+    EXPECT_EQ(Cell(0, 0, 0), "");
+    EXPECT_EQ(Cell(1, 0, 0), "");
+    EXPECT_EQ(StopRequested, -1);
+    EXPECT_TRUE(user.Enabled("Form1", "Command3"));
+}
+
+using TablesInARun = RunDesk;
+
+TEST_F(TablesInARun, Rebuilt_ones_are_empty_until_the_next_scan_and_count_their_channels_whole) {
+    const std::string start = "0 rout:SCAN";
+    const auto reading = [this] { return user.CellText("Form1", "MSFlexGrid1(0)", 1, 0); };
+    OpenWith(Scanner(0, "channel 1-20 VOLT\ncounts 3 20\n"));
+    std::string before;
+    std::string rebuilt = "not looked at";
+    double active = 0;
+    AfterSending(start, [&] {
+        AfterSending(start, [&] {
+            before = reading();
+            user.Pick("Form1", "Combo1", "Scanner 0");
+            rebuilt = reading();
+            active = ActiveChannels(0);
+            user.Click("Form1", "Command4");
+        });
+    });
+    Run();
+    EXPECT_NE(before, "");
+    EXPECT_EQ(rebuilt, "");
+    EXPECT_EQ(active, 20);
+    EXPECT_EQ(ScanCount(0), 2);
+    EXPECT_EQ(reading(), ScanRow(0, 0));
+}
+
+/// The two grids that hold the rows of the latest scans of a device.
 class ScanRows : public LiveTables {
 protected:
     /// Hands on scans `from` to `to`; a scan's first reading tells its number.
-    void TakeScans(int from, int to) {
+    void TakeScans(int from, int to, Integer dev = 0) {
         for (int scan = from; scan <= to; ++scan) {
-            ScanCount(0) = scan;
+            ScanCount(dev) = scan;
             ScanTime = Now();
-            for (const Integer ch : Each(ChannelCount(0)))
-                ScanRow(0, ch) = "reading " + std::to_string(scan) + "/" + std::to_string(ch);
-            Update_Tables(0);
+            for (const Integer ch : Each(ChannelCount(dev)))
+                ScanRow(dev, ch) = "reading " + std::to_string(scan) + "/" + std::to_string(ch);
+            Update_Tables(dev);
             clock.Advance(1000);
         }
     }
-    std::vector<MSFlexGrid*> Both() { return {&The<DATA_Table>().MSFlexGrid1(0), &The<Form1>().MSFlexGrid2(0)}; }
+    static std::vector<MSFlexGrid*> Both(int dev = 0) {
+        return {&The<DATA_Table>().MSFlexGrid1(dev), &The<Form1>().MSFlexGrid2(dev)};
+    }
 };
 
 TEST_F(ScanRows, Hold_count_time_and_every_channel_from_row_2_on) {
@@ -216,6 +266,22 @@ TEST_F(ScanRows, Of_a_10_channel_device_end_with_its_tenth_channel) {
     EXPECT_EQ(The<Form1>().MSFlexGrid2(0).TextMatrix(2, 11), "reading 1/9");
     EXPECT_EQ(The<Form1>().MSFlexGrid2(0).TextMatrix(2, 12), "");
     EXPECT_EQ(The<DATA_Table>().MSFlexGrid1(0).TextMatrix(2, 11), "reading 1/9");
+}
+
+TEST_F(ScanRows, Of_each_device_stand_in_its_own_tables) {
+    HaveDevice(0, 10);
+    HaveDevice(1, 20);
+    TakeScans(1, 3, 1);
+    TakeScans(1, 1, 0);
+    for (const MSFlexGrid* grid : Both(0)) {
+        EXPECT_EQ(grid->Rows(), 3);
+        EXPECT_EQ(grid->TextMatrix(2, 0), "1");
+    }
+    for (const MSFlexGrid* grid : Both(1)) {
+        EXPECT_EQ(grid->Rows(), 5);
+        EXPECT_EQ(grid->TextMatrix(4, 0), "3");
+        EXPECT_EQ(grid->TextMatrix(4, 21), "reading 3/19");
+    }
 }
 
 TEST_F(ScanRows, Bring_See_Value_into_being_without_showing_it) {

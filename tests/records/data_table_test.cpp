@@ -33,9 +33,12 @@ TEST_F(SeeValue, Has_its_caption_and_its_controls_at_their_places) {
     ExpectDesign(The<DATA_Table>(), design);
 }
 
-TEST_F(SeeValue, Has_numbered_tabs_without_a_device_and_hides_them_all_but_what_is_there) {
+TEST_F(SeeValue, Has_numbered_tabs_without_a_device_and_hides_them_all) {
     Open();
-    for (int i = 0; i < 4; ++i) EXPECT_EQ(The<DATA_Table>().SSTab1.TabCaption(i), "Tab " + std::to_string(i));
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(The<DATA_Table>().SSTab1.TabCaption(i), "Tab " + std::to_string(i));
+        EXPECT_FALSE(The<DATA_Table>().SSTab1.TabVisible(i)) << i;
+    }
 }
 
 TEST_F(SeeValue, Of_one_device_shows_one_tab_with_its_name) {
@@ -54,6 +57,16 @@ TEST_F(SeeValue, Of_four_devices_hides_no_tab_and_shows_the_first) {
         EXPECT_EQ(user.TabText("DATA_Table", "SSTab1", i), std::string(1, static_cast<char>('A' + i)));
     }
     EXPECT_EQ(user.Index("DATA_Table", "SSTab1"), 0);
+}
+
+TEST_F(SeeValue, Has_each_table_on_the_tab_of_its_device) {
+    OpenConnected(4);
+    user.Click("Form1", "Command6");
+    for (int tab = 3; tab >= 0; --tab) {
+        user.ClickTab("DATA_Table", "SSTab1", tab);
+        for (int dev = 0; dev < 4; ++dev)
+            EXPECT_EQ(user.Sees("DATA_Table", "MSFlexGrid1(" + std::to_string(dev) + ")"), dev == tab) << tab << dev;
+    }
 }
 
 TEST_F(SeeValue, Has_a_column_for_each_channel_that_the_device_has) {
@@ -154,14 +167,29 @@ TEST_F(SeeValue, Closed_after_a_run_shows_its_rows_when_it_is_opened_again) {
     EXPECT_EQ(user.CellText("DATA_Table", "MSFlexGrid1(0)", 4, 4), "+3.5E+00\n");
 }
 
-TEST_F(SeeValue, Copies_every_column_of_every_row_that_the_backing_copy_has) {
+TEST_F(SeeValue, Copies_every_column_of_every_row_that_the_backing_copies_have) {
+    OpenConnected(2);
+    const auto text = [](int dev, int row, int col) {
+        return std::to_string(dev) + "/" + std::to_string(row) + "/" + std::to_string(col);
+    };
+    for (int dev = 0; dev < 2; ++dev) {
+        Backing(dev).SetRows(4 + dev);
+        for (int row = 2; row < 4 + dev; ++row)
+            for (int col = 0; col < 22; ++col) Backing(dev).SetTextMatrix(row, col, text(dev, row, col));
+    }
+    for (int dev = 0; dev < 2; ++dev) {
+        ASSERT_EQ(Table(dev).Rows(), 4 + dev);
+        for (int row = 2; row < 4 + dev; ++row)
+            for (int col = 0; col < 22; ++col) EXPECT_EQ(Table(dev).TextMatrix(row, col), text(dev, row, col));
+    }
+}
+
+TEST_F(SeeValue, Copies_the_row_of_a_backing_copy_of_one_scan) {
     OpenConnected(1);
-    Backing(0).SetRows(4);
-    Backing(0).SetTextMatrix(2, 0, "first");
-    Backing(0).SetTextMatrix(3, 21, "last");
-    EXPECT_EQ(Table(0).Rows(), 4);
-    EXPECT_EQ(Table(0).TextMatrix(2, 0), "first");
-    EXPECT_EQ(Table(0).TextMatrix(3, 21), "last");
+    Backing(0).SetRows(3);
+    Backing(0).SetTextMatrix(2, 0, "1");
+    EXPECT_EQ(Table(0).Rows(), 3);
+    EXPECT_EQ(Table(0).TextMatrix(2, 0), "1");
 }
 
 TEST_F(SeeValue, Copies_no_headings) {
@@ -213,6 +241,23 @@ TEST_F(SeeValue, Is_built_anew_for_the_devices_of_a_new_connection) {
     user.Click("Form1", "Command6");
     EXPECT_EQ(user.TabText("DATA_Table", "SSTab1", 0), "B");
     EXPECT_FALSE(user.SeesTab("DATA_Table", "SSTab1", 1));
+}
+
+TEST_F(SeeValue, Loaded_unshown_is_thrown_away_by_a_new_connection) {
+    OpenConnected(1);
+    RunScans(1);
+    ASSERT_TRUE(IsLoaded<DATA_Table>());
+    Connect({0});
+    EXPECT_FALSE(IsLoaded<DATA_Table>());
+}
+
+TEST_F(SeeValue, Closed_in_a_run_is_loaded_again_by_the_next_scan_and_not_shown) {
+    OpenConnected(1);
+    user.Click("Form1", "Command6");
+    AfterScans(1, [&] { user.Close("DATA_Table"); });
+    RunScans(3);
+    EXPECT_TRUE(IsLoaded<DATA_Table>());
+    EXPECT_FALSE(user.Sees("DATA_Table"));
 }
 
 TEST_F(SeeValue, Rolls_in_a_run_of_more_than_160_scans) {

@@ -46,6 +46,16 @@ TEST_F(Assignment, Has_each_combo_over_the_cell_of_its_device) {
     for (int i = 0; i < 4; ++i) EXPECT_EQ(The<DB_SET>().Combo1(i).Width(), 2587.5F);
 }
 
+TEST_F(Assignment, Has_its_combos_in_front_of_the_grid) {
+    OpenConnected(4);
+    OpenDialog();
+    for (int i = 0; i < 4; ++i) {
+        const QRect place = OnScreen(The<DB_SET>(), Combo(i));
+        const QWidget* seen = The<DB_SET>().ClientArea()->childAt(place.center());
+        EXPECT_TRUE(seen == Field(i) || seen == Field(i)->parentWidget()) << i;
+    }
+}
+
 TEST_F(Assignment, Has_one_line_for_each_device) {
     OpenConnected(2);
     OpenDialog();
@@ -281,6 +291,15 @@ TEST_F(Assignment, Marks_no_text_when_it_becomes_active) {
     }
 }
 
+TEST_F(Assignment, Marks_no_text_when_it_becomes_active_again) {
+    OpenConnected(4);
+    OpenDialog();
+    for (int dev = 0; dev < 4; ++dev) Field(dev)->selectAll();
+    user.Menu("About");
+    user.Click("about_form", "Command1");
+    for (int dev = 0; dev < 4; ++dev) EXPECT_FALSE(Field(dev)->hasSelectedText()) << dev;
+}
+
 TEST_F(Assignment, Is_off_in_a_run_as_far_as_its_button_goes) {
     OpenConnected(1);
     bool in_run = true;
@@ -288,6 +307,19 @@ TEST_F(Assignment, Is_off_in_a_run_as_far_as_its_button_goes) {
     RunScans(2);
     EXPECT_FALSE(in_run);
     EXPECT_TRUE(user.Enabled("Form1", "Command10"));
+}
+
+TEST_F(Assignment, In_a_run_that_began_without_a_record_ends_the_program_with_the_next_scan) {
+    EXPECT_EXIT(
+        {
+            OpenConnected(1);
+            OpenDialog();
+            AfterScans(2, [&] { Pick(0, "Record1"); });
+            TellRunTimeError();
+            RunScans(5);
+        },
+        testing::ExitedWithCode(1), EndedBy(3420));
+    EXPECT_EQ(RecordFiles(), Texts{});
 }
 
 TEST_F(Assignment, Outlives_a_run) {

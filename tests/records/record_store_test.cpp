@@ -424,6 +424,18 @@ TEST_F(Runs, Go_on_in_their_record_when_another_is_assigned) {
     EXPECT_EQ(Column(RowsOf(Record("Record1")), 0), Counting(4));
 }
 
+TEST_F(Runs, Go_on_in_their_record_under_the_count_of_scans_when_a_name_comes_back) {
+    OpenConnected(1);
+    Assign({"Record1"});
+    user.Click("Form1", "Command10");
+    AfterScans(1, [&] { user.Pick("DB_SET", "Combo1(0)", "NONE"); });
+    AfterScans(3, [&] { user.Pick("DB_SET", "Combo1(0)", "Record2"); });
+    RunScans(5);
+    EXPECT_EQ(RecordFiles(), Texts{"Record1.mdb"});
+    EXPECT_EQ(Column(RowsOf(Record("Record1")), 0), (Texts{"1", "4", "5"}));
+    EXPECT_EQ(ErrorOf([&] { Kill(Record("Record1")); }), 0);
+}
+
 // ---- Starts that fail
 
 TEST_F(Runs, End_the_program_over_a_file_that_is_no_database_and_leave_it_as_it_was) {

@@ -51,6 +51,22 @@ TEST_F(Writer, Shows_ten_channels_in_each_band) {
     EXPECT_EQ(Shown(2, 0), "");
 }
 
+TEST_F(Writer, Counts_converts_and_shows_for_its_device_alone) {
+    DeviceCount = 2;
+    ChannelCount(1) = 10;
+    ChannelPlan(1, 3) = "DCI";
+    ShuntOhm(1, 3) = 4;
+    ShuntOffset(1, 3) = 1;
+    ScanRow(0, 3) = ScanRow(1, 3) = "+2.0";
+    WriteRecord(1);
+    EXPECT_EQ(ScanCount(0), 0);
+    EXPECT_EQ(ScanCount(1), 1);
+    EXPECT_EQ(ScanRow(0, 3), "+2.0");
+    EXPECT_EQ(ScanRow(1, 3), "1.5");
+    EXPECT_EQ(Shown(1, 3), "");
+    EXPECT_EQ(user.CellText("Form1", "MSFlexGrid1(1)", 1, 3), "1.5");
+}
+
 TEST_F(Writer, Shows_one_band_of_a_10_channel_device) {
     HaveChannels(10);
     ScanRow(0, 9) = "the tenth";
