@@ -11,6 +11,8 @@
 #include "windows/Form2.h"
 #include "windows/Form3.h"
 #include "windows/Form4.h"
+#include "windows/Record_View_Draw.h"
+#include "windows/Record_View_Form.h"
 #include "windows/Set_Dev.h"
 #include "windows/about_form.h"
 
@@ -54,7 +56,8 @@ Form1::Form1() : Window("Form1", "VANTREL MAIN", {15015, 10260}, kMain) {
     Connected_to_Instrument.OnClick = [this] { Connected_to_Instrument_Click(); };
     About.OnClick = [this] { About_Click(); };
     exit_item.OnClick = [this] { exit_item_Click(); };
-    // Record_View and Command7 await the record browser, Record_Draw and Command9 the record plot.
+    Record_View.OnClick = [this] { Record_View_Click(); };
+    Record_Draw.OnClick = Command9.OnClick = [this] { Record_Draw_Click(); };
 
     Command1.OnClick = [this] { Command1_Click(); };
     Command2.OnClick = [this] { Command2_Click(); };
@@ -62,6 +65,7 @@ Form1::Form1() : Window("Form1", "VANTREL MAIN", {15015, 10260}, kMain) {
     Command4.OnClick = [this] { Command4_Click(); };
     Command5.OnClick = [this] { Command5_Click(); };
     Command6.OnClick = [this] { Command6_Click(); };
+    Command7.OnClick = [this] { Command7_Click(); };
     Command8.OnClick = [this] { Command8_Click(); };
     Command10.OnClick = [this] { Command10_Click(); };
     Combo1.OnChange = Combo1.OnClick = [this] { Combo1_Click(); };
@@ -110,6 +114,15 @@ void Form1::Command8_Click() {
 }
 
 void Form1::Command6_Click() { The<DATA_Table>().Show(); }
+
+void Form1::Record_View_Click() {
+    The<Record_View_Form>().Hide();  // where it stands open beside this window
+    The<Record_View_Form>().ShowModal();
+}
+
+void Form1::Command7_Click() { The<Record_View_Form>().Show(); }
+
+void Form1::Record_Draw_Click() { The<Record_View_Draw>().ShowModal(); }
 
 void Form1::Command10_Click() { The<DB_SET>().Show(); }
 

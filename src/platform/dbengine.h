@@ -116,6 +116,8 @@ public:
         Transaction& operator=(const Transaction&) = delete;
         /// Commits now and raises what goes wrong with it. Called at the regular end; the destructor then does nothing.
         void Commit();
+        /// Takes back what was written since it began. The destructor then does nothing.
+        void Undo();
 
     private:
         std::shared_ptr<engine::Connection> connection_;

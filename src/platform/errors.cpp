@@ -18,6 +18,7 @@ constexpr std::array kTexts = {
     NumberedText{kSubscript, "Subscript out of range"},
     NumberedText{kDivisionByZero, "Division by zero"},
     NumberedText{kTypeMismatch, "Type mismatch"},
+    NumberedText{kBadFileNumber, "Bad file name or number"},
     NumberedText{kFileNotFound, "File not found"},
     NumberedText{kFileAlreadyOpen, "File already open"},
     NumberedText{kDeviceIo, "Device I/O error"},
@@ -49,6 +50,7 @@ constexpr std::array kTexts = {
     NumberedText{kItemNotFound, "Item not found in this collection"},
     NumberedText{kNotADatabase, "Unrecognized database format"},
     NumberedText{kObjectClosed, "Object invalid or no longer set"},
+    NumberedText{kCancel, "Cancel was selected"},
     NumberedText{kGridRow, "Invalid row value"},
     NumberedText{kGridCol, "Invalid column value"},
 };

@@ -13,6 +13,7 @@ enum ErrorNumber : int {
     kSubscript = 9,
     kDivisionByZero = 11,
     kTypeMismatch = 13,
+    kBadFileNumber = 52,
     kFileNotFound = 53,
     kFileAlreadyOpen = 55,
     kDeviceIo = 57,
@@ -44,15 +45,18 @@ enum ErrorNumber : int {
     kObjectClosed = 3420,
     kEngineSyntax = 3075,
     kEngineOther = 3000,
+    kCancel = 32755,
     kGridRow = 30009,
     kGridCol = 30010,
 };
 
-/// A fault at run time. Only the event dispatcher and the CSV export's trap catch it; anything else that
-/// catches it hides a fault.
+/// A fault at run time. Only three places catch it: the event dispatcher, the CSV export's trap, and the record plot,
+/// which tells what went wrong and goes on. Anything else that catches it hides a fault.
 class RunTimeError : public std::runtime_error {
 public:
     explicit RunTimeError(int number);
+    /// With a text of its own in place of the standard one, for a fault that somebody is told about.
+    RunTimeError(int number, const std::string& text) : std::runtime_error(text), number_(number) {}
     int Number() const { return number_; }
 
 private:

@@ -29,10 +29,12 @@ bool IsNoFileNameCharacter(char c) {
     return static_cast<unsigned char>(c) < ' ' || c == '\x7f' || kForbidden.find(c) != std::string_view::npos;
 }
 
-/// Refuses every name with which a path could lead out of its folder or be no file's.
-void CheckFileName(const std::string& name, std::size_t longest) {
-    const bool is_good = !name.empty() && name != "." && name != ".." && name.size() <= longest &&
-                         std::ranges::none_of(name, IsNoFileNameCharacter);
+/// Refuses every name with which a path could lead out of its folder.
+void CheckEntryName(const std::string& name) {
+    constexpr std::string_view kSeparators("/\\\0", 3);
+    const bool is_good = !name.empty() && name != "." && name != ".." &&
+                         name.size() <= kLongestFileName - kLongestCompanion.size() &&
+                         name.find_first_of(kSeparators) == std::string::npos;
     if (!is_good) throw RunTimeError(kNotAValidName);
 }
 
@@ -63,13 +65,26 @@ std::string App_Path() { return AppPath(); }
 void UseAppPath(const std::string& folder) { AppPath() = folder; }
 
 std::string DbEntryPath(const std::string& entry) {
-    CheckFileName(entry, kLongestFileName - kLongestCompanion.size());
+    CheckEntryName(entry);
     return App_Path() + "/db/" + entry;
 }
 
 std::string RecordFilePath(const std::string& name) {
-    CheckFileName(name, kLongestFileName - kLongestCompanion.size() - kRecordExtension.size());
+    const bool is_good =
+        !name.empty() && name != "." && name != ".." && std::ranges::none_of(name, IsNoFileNameCharacter);
+    if (!is_good) throw RunTimeError(kNotAValidName);
     return DbEntryPath(name + std::string(kRecordExtension));
+}
+
+std::vector<std::string> DbEntries() {
+    std::vector<std::string> entries;
+    std::error_code fault;
+    std::filesystem::directory_iterator entry(App_Path() + "/db", fault);
+    for (; !fault && entry != std::filesystem::directory_iterator(); entry.increment(fault)) {
+        const std::string name = entry->path().filename().string();
+        if (name.ends_with(kRecordExtension)) entries.push_back(name);
+    }
+    return entries;
 }
 
 bool FileExists(const std::string& path) {

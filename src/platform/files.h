@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vantrel {
 
@@ -16,8 +17,13 @@ void UseAppPath(const std::string& folder);
 /// "." or "..", too long, or holds a path separator or another character that no file name can hold: error 3055.
 std::string RecordFilePath(const std::string& name);
 
-/// The path of an entry of the folder "db", extension included. Refuses the names that RecordFilePath refuses.
+/// The path of an entry of the folder "db", extension included. A name that could lead out of it, or that is empty or
+/// too long: error 3055.
 std::string DbEntryPath(const std::string& entry);
+
+/// The entries of the folder "db" whose names end in exactly ".mdb", folders among them, with their extension, in the
+/// order in which the system lists them. A folder that cannot be read has none.
+std::vector<std::string> DbEntries();
 
 /// True if a file of any kind but a folder stands at `path`: hidden, read-only and system files count.
 bool FileExists(const std::string& path);
@@ -26,5 +32,16 @@ bool FileExists(const std::string& path);
 /// error 53; a file that this program or another has open as a database, or that may not be deleted, raises error 70
 /// and stays.
 void Kill(const std::string& path);
+
+// ---- Text files for output, each known by a number for as long as it is open
+
+/// Opens `path` as file `number`, replacing what is there. The number is taken: error 55. A folder, or not permitted:
+/// 70. No such folder: 76. A full disk: 61.
+void OpenForOutput(const std::string& path, int number);
+/// Writes `text`, UTF-8, in the system's 8-bit code page. A full disk raises error 61, any other failure 57, here or at
+/// a later write or at the close; the file stays open.
+void Print(int number, const std::string& text);
+/// Writes what is still to be written and frees the number.
+void CloseFile(int number);
 
 }  // namespace vantrel

@@ -118,6 +118,14 @@ std::string Str(double value) {
     return {text.data(), end};
 }
 
+std::string WholeText(double value) {
+    const double whole = std::round(value);
+    std::array<char, 320> text{};
+    const auto [end, fault] =
+        std::to_chars(text.data(), text.data() + text.size(), whole == 0 ? 0 : whole, std::chars_format::fixed, 0);
+    return {text.data(), end};
+}
+
 double Divide(double value, double by) {
     if (by == 0) throw RunTimeError(value == 0 ? kOverflow : kDivisionByZero);
     const double quotient = value / by;
@@ -125,10 +133,11 @@ double Divide(double value, double by) {
     return quotient;
 }
 
+bool FitsSingle(double value) { return std::isfinite(static_cast<float>(value)); }
+
 float CSng(double value) {
-    const auto single = static_cast<float>(value);
-    if (!std::isfinite(single)) throw RunTimeError(kOverflow);
-    return single;
+    if (!FitsSingle(value)) throw RunTimeError(kOverflow);
+    return static_cast<float>(value);
 }
 
 int Mod(int a, int b) {

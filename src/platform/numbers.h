@@ -81,8 +81,14 @@ bool IsNumeric(std::string_view text);
 /// "20", "0.25", "-0.002", "9.9E+37". An exponent only from 1E+15 up and below 0.0001 where fixed digits do not do.
 std::string Str(double value);
 
+/// Without decimals, rounded, halves away from zero: "3" for 2.5.
+std::string WholeText(double value);
+
 /// value / by, with error 11 for a divisor of 0 (error 6 for 0 / 0).
 double Divide(double value, double by);
+
+/// True if `value` lies within the range of a 32-bit float.
+bool FitsSingle(double value);
 
 /// A 64-bit float as a 32-bit one. Beyond its range: error 6.
 float CSng(double value);

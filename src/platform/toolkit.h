@@ -43,6 +43,13 @@ void DoEvents();
 /// A message box with one OK button. Returns when it is confirmed; events run meanwhile. The title is the program's.
 void MsgBox(const std::string& text);
 
+enum MsgBoxResult { kYes = 6, kNo = 7 };
+/// A message box with a Yes and a No button and no title. No is what Enter and Escape answer.
+MsgBoxResult AskYesNo(const std::string& text);
+
+/// Sounds the system's beep.
+void Beep();
+
 /// Opens `address` in the default browser: through "cmd.exe /c start " where there is such an interpreter, else by the
 /// desktop's own way.
 void OpenWebAddress(const std::string& address);
@@ -50,8 +57,21 @@ void OpenWebAddress(const std::string& address);
 /// The full colour chooser with `start` chosen. Returns the chosen colour, or `start` when it is cancelled.
 Colour ShowColor(Colour start);
 
+/// A dialog that asks for a file.
+struct CommonDialog {
+    std::string DefaultExt;  ///< taken for a name without an extension
+    std::string Filter;      ///< a pattern, as "*.csv"
+    std::string FileName;    ///< what was chosen last, with its path: the dialog comes up with it
+
+    /// Asks where to save, and for consent before an existing file is taken. Cancel: error 32755, and FileName stays.
+    void ShowSave();
+};
+
 /// The colour of button faces on this desktop.
 Colour ButtonFace();
+
+/// The colour of highlighted text on this desktop.
+Colour HighlightText();
 
 /// The wait cursor for as long as it lives.
 class BusyCursor {
@@ -200,15 +220,17 @@ struct Box {
     float left, top, width, height;
 };
 
+class Frame;
 class SSTab;
 
-/// Where a control stands: on a window, or on page `page` of a tab strip.
+/// Where a control stands: on a window, in a frame, or on page `page` of a tab strip.
 struct Place {
-    Place(Window& on) : window(&on) {}
-    Place(SSTab& on, int on_page) : tabs(&on), page(on_page) {}
-    Window* window = nullptr;
-    SSTab* tabs = nullptr;
-    int page = -1;
+    Place(Window& on);
+    Place(Frame& on);
+    Place(SSTab& on, int page);
+    Window* window;
+    QWidget* parent;
+    float top = 0;  ///< twips between the corner that positions count from and the parent's
 };
 
 /// What all controls share. The order in which the controls of a window are declared is their tab order, as long as
@@ -255,11 +277,12 @@ protected:
     QObject* life_;  ///< lives as long as this object, which the widget outlives a little: owns what the widget calls
 
 private:
+    friend struct Place;
     void PlaceOnScreen();
     Box box_;
     bool enabled_ = true;
     bool visible_ = true;
-    float page_offset_ = 0;  ///< twips between a tab strip's corner and its pages'
+    float page_offset_;  ///< Place::top
     bool has_back_color_ = false;
     Colour back_color_ = 0;
 };
@@ -304,6 +327,12 @@ public:
     Handler OnClick;
 };
 
+/// A box with a caption around other controls.
+class Frame : public Control {
+public:
+    Frame(const Place& place, const std::string& name, const Box& box, const std::string& caption);
+};
+
 /// A small picture out of the program's icons.
 class ImageBox : public Control {
 public:
@@ -343,6 +372,16 @@ public:
     Handler OnClick;
 };
 
+/// One of several choices: those of one window or frame switch each other off.
+class OptionButton : public Control {
+public:
+    OptionButton(const Place& place, const std::string& name, const Box& box, const std::string& caption);
+    bool Value() const;
+    /// Runs OnClick if it comes to be chosen.
+    void SetValue(bool chosen);
+    Handler OnClick;
+};
+
 /// An editable combo box. Typed text is taken as it stands: no completion, no look-up, no change on leaving the field.
 /// The list index of a text is that of the entry it equals exactly (of a picked one: the picked), else -1.
 /// A user's pick is one OnClick, also of the entry that stands there; a user's typing is one OnChange a keystroke.
@@ -377,6 +416,24 @@ private:
     std::string seen_;  ///< the text that the program knows of
 };
 
+/// A list of which at most one entry is selected.
+class ListBox : public Control {
+public:
+    ListBox(const Place& place, const std::string& name, const Box& box);
+    /// Empties the list. Runs nothing.
+    void Clear();
+    /// Adds an entry at the end. Selects and runs nothing.
+    void AddItem(const std::string& entry);
+    int ListCount() const;
+    /// Entry `i`; an empty text for an entry that is not there.
+    std::string List(int i) const;
+    int ListIndex() const;  ///< -1 for none
+    /// Selects entry `i` (-1: none). No such entry: error 380.
+    void SetListIndex(int i);
+    /// The selected entry; an empty text for none.
+    std::string Text() const;
+};
+
 /// A date and time field. `format` uses yyyy MM dd HH hh mm ss; "hh" is the hour of the 12-hour clock, from 01 to 12:
 /// the value keeps its half of the day whatever field is edited. The tool tip tells the full time with 24 hours.
 class DTPicker : public Control {
@@ -395,6 +452,22 @@ public:
     /// Never runs OnChange, also where the value lies above.
     void SetMax(int maximum);
     Handler OnChange;  ///< the user moved the value
+};
+
+/// A thumb on a bar of whole numbers. A click beside the thumb brings it there.
+class Slider : public Control {
+public:
+    Slider(const Place& place, const std::string& name, const Box& box);
+    int Value() const;
+    /// Kept within the bounds. Runs nothing.
+    void SetValue(int value);
+    int Min() const;
+    int Max() const;
+    // Each takes the other bound and the value along where they lie beyond it. Runs nothing.
+    void SetMin(int minimum);
+    void SetMax(int maximum);
+    Handler OnScroll;  ///< the user moved the thumb
+    Handler OnClick;   ///< the user let the mouse button go on it
 };
 
 /// A tab strip with pages. The strip itself takes `strip` twips at the top.
@@ -480,6 +553,10 @@ public:
     PictureBox(const Place& place, const std::string& name, const Box& box, const Drawing& background);
     /// Takes the lines away. The background stays; so does the pen.
     void Cls();
+    /// Lines drawn since they were last taken away.
+    std::size_t LineCount() const;
+    /// Takes away all lines but the first `count`.
+    void KeepLines(std::size_t count);
     /// The pen, in twips.
     float CurrentX() const;
     float CurrentY() const;

@@ -1,31 +1,12 @@
 #include "windows/DATA_Table.h"
 
+#include "records/scan_grid.h"
 #include "state/shared.h"
 #include "windows/Form1.h"
 
 namespace vantrel {
 
 namespace {
-
-constexpr float kTimeWidth = 2000;     // twips
-constexpr float kChannelWidth = 1500;  // twips
-
-void Lay_Out(MSFlexGrid& grid, int channels) {
-    grid.SetCols(channels + 2);
-    grid.SetRows(3);
-    grid.SetFixed(2, 2);
-    grid.SetMergeRow(0, true);
-    grid.SetTextMatrix(0, 0, "Scan");
-    grid.SetTextMatrix(0, 1, "Scan");
-    grid.SetTextMatrix(1, 0, "Scan Cycle");
-    grid.SetTextMatrix(1, 1, "Time");
-    grid.SetColWidth(1, kTimeWidth);
-    for (int col = 2; col < channels + 2; ++col) {
-        grid.SetTextMatrix(0, col, "Channel");
-        grid.SetTextMatrix(1, col, "CH " + Str(col - 1));
-        grid.SetColWidth(col, kChannelWidth);
-    }
-}
 
 void Copy_Rows(const MSFlexGrid& from, MSFlexGrid& to) {
     to.SetRows(from.Rows());
@@ -47,7 +28,7 @@ void DATA_Table::Form_Load() {
     for (int i = DeviceCount; i < 4; ++i) SSTab1.SetTabVisible(i, false);
     SSTab1.SetTab(0);
     for (const Integer d : Each(DeviceCount)) {
-        Lay_Out(MSFlexGrid1(d), ChannelCount(d));
+        Lay_Out_Scan_Grid(MSFlexGrid1(d), ChannelCount(d));
         if (main.MSFlexGrid2(d).Rows() >= 3) Copy_Rows(main.MSFlexGrid2(d), MSFlexGrid1(d));
     }
 }

@@ -34,13 +34,21 @@ void OpenRecord(Integer device) {
     RecordDb(device) = TheDBEngine().OpenDatabase(RecordPath(device));
     RecordRs(device) = RecordDb(device).OpenRecordset("select * from data");
     Recordset& rows = RecordRs(device);
-    if (rows.RecordCount() != 0) Renumber<Integer>(RecordDb(device), rows);
+    if (rows.RecordCount() != 0) {
+        Database::Transaction walk(RecordDb(device));
+        Renumber<Integer>(rows);
+        walk.Commit();
+    }
     if (rows.RecordCount() == 0) {
         RecordBase(device) = 0;
     } else {
         rows.MoveLast();
         RecordBase(device) = static_cast<double>(rows.RecordCount());
     }
+}
+
+void Require_Record_Columns(const Recordset& rows) {
+    for (const Integer index : Each(kColumns)) rows.Value(ColumnName(index));
 }
 
 void CloseRecord(Integer device) { RecordDb(device).Close(); }

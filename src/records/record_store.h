@@ -17,11 +17,10 @@ void OpenRecord(Integer device);
 void CloseRecord(Integer device);
 
 /// Numbers the rows of a record 1, 2, 3 ... in stored order and removes those without a number. `Counter` counts the
-/// rows: an Integer raises error 6 past 32767 rows. A number text that is no number raises error 13. One commit for the
-/// whole walk.
+/// rows: an Integer raises error 6 past 32767 rows. A number text that is no number raises error 13. To be called
+/// inside a transaction, for one commit of the whole walk.
 template <class Counter>
-void Renumber(const Database& database, Recordset& rows) {
-    Database::Transaction walk(database);
+void Renumber(Recordset& rows) {
     rows.MoveFirst();
     Counter counter = 0;
     while (!rows.Eof()) {
@@ -37,7 +36,10 @@ void Renumber(const Database& database, Recordset& rows) {
         }
         rows.MoveNext();
     }
-    walk.Commit();
 }
+
+/// Refuses the rows of a table that is no record's, for want of one of the 22 columns: error 3265. For whoever only
+/// looks at records, before the first change: a foreign database stays as it is.
+void Require_Record_Columns(const Recordset& rows);
 
 }  // namespace vantrel

@@ -60,6 +60,8 @@ struct Form1 : Window {
     void set_read_Click();
     void set_draw_Click();
     void Connected_to_Instrument_Click();
+    void Record_View_Click();
+    void Record_Draw_Click();  ///< the menu's entry and Command9
     void About_Click();
     void exit_item_Click();
 
@@ -69,6 +71,7 @@ struct Form1 : Window {
     void Command4_Click();   ///< Stop
     void Command5_Click();   ///< Printer
     void Command6_Click();   ///< See Value
+    void Command7_Click();   ///< record browser
     void Command8_Click();   ///< draw settings of all channels
     void Command10_Click();  ///< record assignment
     void Combo1_Click();

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QDesktopServices>
+#include <QFileDialog>
 #include <QGridLayout>
 #include <QMessageBox>
 #include <QProcess>
@@ -49,6 +50,7 @@ private:
 void AttachToFront(QDialog& dialog, QWidget* front) {
     dialog.adjustSize();
     dialog.winId();
+    if (dialog.windowTitle().isEmpty()) dialog.windowHandle()->setTitle(" ");  // else Qt puts the program's name there
     if (front) dialog.windowHandle()->setTransientParent(front->windowHandle());
     PlaceOver(&dialog, front);
 }
@@ -69,6 +71,16 @@ int RunDialog(QDialog& dialog) {
     const int result = dialog.exec();
     if (front && front->isVisible()) front->activateWindow();  // where no window manager does it
     return result;
+}
+
+/// Returns the button that was pressed. The last of `buttons` answers Enter and Escape.
+int ShowMessage(const QString& title, const std::string& text, QMessageBox::StandardButtons buttons) {
+    QMessageBox box(QMessageBox::NoIcon, title, ToQt(text), buttons);
+    box.setTextFormat(Qt::PlainText);
+    for (QAbstractButton* button : box.buttons()) button->setIcon({});
+    if (buttons & QMessageBox::No) box.setDefaultButton(QMessageBox::No);
+    WidenForTitle(box);
+    return RunDialog(box);
 }
 
 }  // namespace
@@ -122,13 +134,13 @@ void DoEvents() {
     QCoreApplication::processEvents(QEventLoop::AllEvents, kAtMostMs);
 }
 
-void MsgBox(const std::string& text) {
-    QMessageBox box(QMessageBox::NoIcon, "VANTREL", ToQt(text), QMessageBox::Ok);
-    box.setTextFormat(Qt::PlainText);
-    box.button(QMessageBox::Ok)->setIcon({});
-    WidenForTitle(box);
-    RunDialog(box);
+void MsgBox(const std::string& text) { ShowMessage("VANTREL", text, QMessageBox::Ok); }
+
+MsgBoxResult AskYesNo(const std::string& text) {
+    return ShowMessage("", text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes ? kYes : kNo;
 }
+
+void Beep() { QApplication::beep(); }
 
 void OpenWebAddress(const std::string& address) {
     const QString interpreter = QStandardPaths::findExecutable("cmd.exe");
@@ -144,7 +156,19 @@ Colour ShowColor(Colour start) {
     return RunDialog(dialog) == QDialog::Accepted ? FromQt(dialog.selectedColor()) : start;
 }
 
+void CommonDialog::ShowSave() {
+    QFileDialog dialog;
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(ToQt(DefaultExt));
+    dialog.setNameFilter(ToQt(Filter));
+    if (!FileName.empty()) dialog.selectFile(ToQt(FileName));
+    if (RunDialog(dialog) != QDialog::Accepted) throw RunTimeError(kCancel);
+    FileName = FromQt(dialog.selectedFiles().constFirst());
+}
+
 Colour ButtonFace() { return FromQt(QApplication::palette().color(QPalette::Button)); }
+
+Colour HighlightText() { return FromQt(QApplication::palette().color(QPalette::HighlightedText)); }
 
 BusyCursor::BusyCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
 

@@ -12,24 +12,22 @@ namespace vantrel {
 
 namespace {
 
-QWidget* ParentAt(const Place& place) {
-    if (place.window) return place.window->ClientArea();
-    return static_cast<QTabWidget*>(place.tabs->Widget())->widget(place.page);
-}
-
 QPalette::ColorRole BackgroundOf(const QWidget* widget) {
     return qobject_cast<const QLineEdit*>(widget) ? QPalette::Base : QPalette::Window;
 }
 
 }  // namespace
 
+Place::Place(Window& on) : window(&on), parent(on.ClientArea()) {}
+
+Place::Place(Frame& on) : window(on.window_), parent(on.Widget()) {}
+
+Place::Place(SSTab& on, int page)
+    : window(on.window_), parent(static_cast<QTabWidget*>(on.Widget())->widget(page)), top(SSTab::kStrip) {}
+
 Control::Control(const Place& place, const std::string& name, const Box& box, QWidget* widget)
-    : widget_(widget),
-      window_(place.window ? place.window : place.tabs->window_),
-      life_(new QObject),
-      box_(box),
-      page_offset_(place.tabs ? SSTab::kStrip : 0) {
-    widget_->setParent(ParentAt(place));
+    : widget_(widget), window_(place.window), life_(new QObject), box_(box), page_offset_(place.top) {
+    widget_->setParent(place.parent);
     widget_->setObjectName(ToQt(name));
     PlaceOnScreen();
     widget_->show();

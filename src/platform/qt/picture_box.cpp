@@ -90,8 +90,10 @@ public:
 
     float x = 0, y = 0;  // the pen
 
-    void Cls() {
-        lines_.clear();
+    std::size_t LineCount() const { return lines_.size(); }
+
+    void KeepLines(std::size_t count) {
+        if (count < lines_.size()) lines_.resize(count);
         canvas_.reset();
         update();
     }
@@ -159,7 +161,11 @@ float Finite(float value) {
 PictureBox::PictureBox(const Place& place, const std::string& name, const Box& box, const Drawing& background)
     : Control(place, name, box, new PlotWidget(background)) {}
 
-void PictureBox::Cls() { PlotOf(widget_).Cls(); }
+void PictureBox::Cls() { KeepLines(0); }
+
+std::size_t PictureBox::LineCount() const { return PlotOf(widget_).LineCount(); }
+
+void PictureBox::KeepLines(std::size_t count) { PlotOf(widget_).KeepLines(count); }
 
 float PictureBox::CurrentX() const { return PlotOf(widget_).x; }
 

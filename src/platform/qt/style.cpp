@@ -6,6 +6,7 @@
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOptionComboBox>
+#include <QStyleOptionGroupBox>
 #include <QTabWidget>
 
 namespace vantrel {
@@ -15,7 +16,8 @@ namespace {
 /// Width of a combo box's arrow in pixels. A narrow box needs the room for its text.
 int ComboArrowPixels(const QRect& box) { return box.width() < 60 ? 10 : 14; }
 
-/// Fusion, with combo boxes that leave room for a letter at 35 pixels, and tab strips of exactly the designed height.
+/// Fusion, with combo boxes that leave room for a letter at 35 pixels, tab strips of exactly the designed height, and
+/// frames whose caption stands in their line.
 class CompactStyle : public QProxyStyle {
 public:
     CompactStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
@@ -36,8 +38,11 @@ public:
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                             const QWidget* widget) const override {
         const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+        const auto* frame = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
         if (control == CC_ComboBox && combo && combo->editable)
             DrawCombo(*combo, *painter, widget);
+        else if (frame)
+            DrawFrame(*frame, *painter);
         else
             QProxyStyle::drawComplexControl(control, option, painter, widget);
     }
@@ -63,10 +68,27 @@ public:
                   QStyleHintReturn* result) const override {
         if (hint == SH_ComboBox_Popup) return 0;
         if (hint == SH_ItemView_ActivateItemOnSingleClick) return 0;
+        if (hint == SH_Slider_AbsoluteSetButtons) return Qt::LeftButton;  // a click brings the thumb there
+        if (hint == SH_Slider_PageSetButtons) return 0;
         return QProxyStyle::styleHint(hint, option, widget, result);
     }
 
 private:
+    /// The line runs through the middle of the caption, which takes no room of its own.
+    static void DrawFrame(const QStyleOptionGroupBox& frame, QPainter& painter) {
+        constexpr int kIndent = 8;
+        constexpr int kGap = 3;
+        QRect caption = frame.fontMetrics.boundingRect(frame.text);
+        caption.moveTopLeft(frame.rect.topLeft() + QPoint(kIndent, 0));
+        painter.save();
+        painter.setPen(frame.palette.color(QPalette::Mid));
+        painter.drawRect(frame.rect.adjusted(0, caption.height() / 2, -1, -1));
+        painter.fillRect(caption.adjusted(-kGap, 0, kGap, 0), frame.palette.window());
+        painter.setPen(frame.palette.color(QPalette::WindowText));
+        painter.drawText(caption, Qt::AlignCenter | Qt::TextDontClip, frame.text);
+        painter.restore();
+    }
+
     void DrawCombo(const QStyleOptionComboBox& combo, QPainter& painter, const QWidget* widget) const {
         const QPalette& colours = combo.palette;
         const QRect arrow = proxy()->subControlRect(CC_ComboBox, &combo, SC_ComboBoxArrow, widget);

@@ -1,4 +1,5 @@
 #include "platform/qt/event_filter.h"
+#include "platform/qt/style.h"
 #include "platform/qt/text.h"
 #include "platform/toolkit.h"
 
@@ -6,6 +7,8 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
+#include <QStyle>
+#include <QStyleOptionFrame>
 #include <limits>
 
 namespace vantrel {
@@ -26,12 +29,34 @@ QList<uint> TypedCharacters(QEvent* event) {
     return !characters.isEmpty() && QChar::isPrint(characters.front()) ? characters : QList<uint>();
 }
 
-QLineEdit& EditOf(QWidget* widget) { return *static_cast<QLineEdit*>(widget); }
+/// Narrower letters rather than a text that is cut.
+class EditWidget : public QLineEdit {
+public:
+    explicit EditWidget(const QString& text) : QLineEdit(text) {
+        connect(this, &QLineEdit::textChanged, this, &EditWidget::Fit);
+    }
+    void Fit() {
+        if (!parentWidget()) return;
+        constexpr int kMargins = 5;  // with the cursor
+        QStyleOptionFrame look;
+        initStyleOption(&look);
+        const int room = style()->subElementRect(QStyle::SE_LineEditContents, &look, this).width() - kMargins;
+        setFont(FittingFont(parentWidget()->font(), text(), room));
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QLineEdit::resizeEvent(event);
+        Fit();
+    }
+};
+
+EditWidget& EditOf(QWidget* widget) { return *static_cast<EditWidget*>(widget); }
 
 }  // namespace
 
 TextBox::TextBox(const Place& place, const std::string& name, const Box& box, const std::string& text)
-    : Control(place, name, box, new QLineEdit(ToQt(text))) {
+    : Control(place, name, box, new EditWidget(ToQt(text))) {
     QLineEdit& edit = EditOf(widget_);
     edit.setMaxLength(std::numeric_limits<int>::max());
     edit.setCursorPosition(0);
@@ -58,6 +83,7 @@ void TextBox::SetText(const std::string& text) {
         const QSignalBlocker quiet(widget_);
         EditOf(widget_).setText(ToQt(text));
         EditOf(widget_).setCursorPosition(0);
+        EditOf(widget_).Fit();
     }
     if (OnChange) OnChange();
 }

@@ -112,6 +112,11 @@ void Database::Transaction::Commit() {
     }
 }
 
+void Database::Transaction::Undo() {
+    const auto connection = std::move(connection_);
+    if (connection != nullptr) connection->Rollback();
+}
+
 Database::Transaction::~Transaction() {
     try {
         Commit();

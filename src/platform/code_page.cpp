@@ -1,0 +1,75 @@
+#include "platform/code_page.h"
+
+#include <algorithm>
+#include <array>
+#include <clocale>
+#include <cstdlib>
+#include <iconv.h>
+#include <langinfo.h>
+
+namespace vantrel {
+
+namespace {
+
+bool IsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
+
+/// Name of the locale's code page. A page of 7 bits, as the plain locale's, or of several bytes is none of 8.
+const char* CodePageName() {
+    constexpr std::string_view kSevenBits = "ANSI_X3.4-1968";
+    const char* name = nl_langinfo(CODESET);
+    return MB_CUR_MAX == 1 && name != kSevenBits ? name : "CP1252";
+}
+
+class Converter {
+public:
+    Converter() : page_(iconv_open(CodePageName(), "UTF-8")) {}
+    ~Converter() {
+        if (IsOpen()) iconv_close(page_);
+    }
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+
+    /// One character as one byte; "?" for what is no character or not in the page.
+    char Byte(std::string_view character) const {
+        std::array<char, 8> from{};
+        const std::size_t length = std::min(character.size(), from.size());
+        std::copy_n(character.begin(), length, from.begin());
+        char* in = from.data();
+        std::size_t in_left = length;
+        char byte = '?';
+        char* out = &byte;
+        std::size_t out_left = 1;
+        const bool converted = IsOpen() && iconv(page_, &in, &in_left, &out, &out_left) == 0 && in_left == 0;
+        return converted && out_left == 0 ? byte : '?';
+    }
+
+private:
+    bool IsOpen() const { return page_ != reinterpret_cast<iconv_t>(-1); }
+    iconv_t page_;
+};
+
+/// Bytes of the UTF-8 character that `text` starts with; 1 for a byte that starts none.
+std::size_t CharacterLength(std::string_view text) {
+    const auto lead = static_cast<unsigned char>(text.front());
+    const std::size_t wanted = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
+    std::size_t length = 1;
+    while (length < std::min(wanted, text.size()) && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
+        ++length;
+    return length;
+}
+
+}  // namespace
+
+std::string ToCodePage(std::string_view text) {
+    if (std::ranges::all_of(text, IsAscii)) return std::string(text);
+    const Converter converter;
+    std::string bytes;
+    while (!text.empty()) {
+        const std::size_t length = CharacterLength(text);
+        bytes += IsAscii(text.front()) ? text.front() : converter.Byte(text.substr(0, length));
+        text.remove_prefix(length);
+    }
+    return bytes;
+}
+
+}  // namespace vantrel

@@ -1,0 +1,87 @@
+#include "platform/qt/style.h"
+#include "platform/qt/text.h"
+#include "platform/toolkit.h"
+
+#include <QRadioButton>
+#include <QRegularExpression>
+#include <QSignalBlocker>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+#include <algorithm>
+
+namespace vantrel {
+
+namespace {
+
+/// Its caption goes around the controls that lie over it: several blanks in a row are a gap for one of them. Narrower
+/// letters rather than a cut text.
+class OptionWidget : public QRadioButton {
+public:
+    using QRadioButton::QRadioButton;
+
+protected:
+    /// The whole designed box is there to be clicked.
+    bool hitButton(const QPoint& at) const override { return rect().contains(at); }
+
+    void paintEvent(QPaintEvent*) override {
+        static const QRegularExpression gap("  +");
+        const QStringList pieces = text().split(gap);
+        const QList<QRect> spaces = SpacesForCaption();
+        QStylePainter painter(this);
+        QStyleOptionButton look;
+        initStyleOption(&look);
+        look.text = pieces[0];
+        look.rect = spaces[0];
+        const int mark = style()->subElementRect(QStyle::SE_RadioButtonContents, &look, this).left();
+        painter.setFont(FittingFont(font(), pieces[0], look.rect.width() - mark));
+        painter.drawControl(QStyle::CE_RadioButton, look);
+        for (int i = 1; i < std::min(pieces.size(), spaces.size()); ++i) {
+            painter.setFont(FittingFont(font(), pieces[i], spaces[i].width()));
+            painter.drawItemText(spaces[i], Qt::AlignCenter, palette(), isEnabled(), pieces[i], QPalette::WindowText);
+        }
+    }
+
+private:
+    /// The parts of this button that no other control covers, from the left.
+    QList<QRect> SpacesForCaption() const {
+        QList<QRect> covers;
+        for (const QWidget* other : parentWidget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+            if (other != this && other->isVisible() && other->geometry().intersects(geometry()))
+                covers.push_back(other->geometry().translated(-pos()));
+        std::ranges::sort(covers, {}, &QRect::left);
+        QList<QRect> spaces;
+        int left = 0;
+        for (const QRect& cover : covers) {
+            spaces.push_back(QRect(left, 0, cover.left() - left, height()));
+            left = cover.right() + 1;
+        }
+        spaces.push_back(QRect(left, 0, width() - left, height()));
+        return spaces;
+    }
+};
+
+QRadioButton& OptionOf(QWidget* widget) { return *static_cast<QRadioButton*>(widget); }
+
+}  // namespace
+
+OptionButton::OptionButton(const Place& place, const std::string& name, const Box& box, const std::string& caption)
+    : Control(place, name, box, new OptionWidget(ToCaption(caption))) {
+    QObject::connect(&OptionOf(widget_), &QRadioButton::toggled, life_, [this](bool chosen) {
+        if (chosen) Raise(OnClick);
+    });
+}
+
+bool OptionButton::Value() const { return OptionOf(widget_).isChecked(); }
+
+void OptionButton::SetValue(bool chosen) {
+    if (chosen == Value()) return;
+    {
+        const QSignalBlocker quiet(widget_);
+        OptionOf(widget_).setAutoExclusive(chosen);  // else Qt would not let the chosen one of a group go
+        OptionOf(widget_).setChecked(chosen);
+        OptionOf(widget_).setAutoExclusive(true);
+    }
+    if (chosen && OnClick) OnClick();
+}
+
+}  // namespace vantrel

@@ -1,0 +1,148 @@
+#include "windows/Record_View_Draw.h"
+
+#include "platform/files.h"
+#include "platform/text.h"
+
+namespace vantrel {
+
+namespace {
+
+constexpr int kFirstTooMany = 25001;  // rows: a record of so many is not drawn whole
+constexpr Colour kRed = 255;
+
+void Refuse(const RunTimeError& error) { MsgBox("The record cannot be drawn.\n\n" + std::string(error.what())); }
+
+bool Passes_Into_Row_Number(int character) {
+    constexpr int kBackspace = 8;
+    return character == kBackspace || (character >= '0' && character <= '9');
+}
+
+}  // namespace
+
+Record_View_Draw::Record_View_Draw() : Window("Record_View_Draw", "Record Draw", {9285, 8985}) {
+    color_box.SetBackColor(HighlightText());
+    color_box.SetToolTipText("Choose the colour of the next trace");
+    Combo_record.OnClick = [this] { Combo_record_Click(); };
+    color_box.OnClick = [this] { color_box_Click(); };
+    draw_start.OnKeyPress = draw_stop.OnKeyPress = Passes_Into_Row_Number;
+    Command1.OnClick = [this] { Command1_Click(); };
+    Command2.OnClick = [this] { Command2_Click(); };
+    Command3.OnClick = [this] { Command3_Click(); };
+    Slider1.OnScroll = Slider1.OnClick = [this] { Slider1_Click(); };
+}
+
+void Record_View_Draw::Form_Load() {
+    for (const std::string& entry : DbEntries()) Combo_record.AddItem(entry);
+    for (int k = 1; k <= 20; ++k) Combo_chan.AddItem("CH" + Str(k));
+    Slider1.SetMin(1);
+    Slider1.SetMax(11);
+}
+
+void Record_View_Draw::Form_Unload() { ++draws_; }
+
+void Record_View_Draw::Open_Draw_Record(const std::string& path) {
+    Database database = TheDBEngine().OpenDatabase(path);
+    Record_Rs = database.OpenRecordset("select * from data");
+    Record_Db = database;
+}
+
+void Record_View_Draw::Combo_record_Click() {
+    try {
+        Open_Draw_Record(DbEntryPath(Combo_record.Text()));
+        if (Record_Rs.RecordCount() == 0) {
+            MsgBox("The Record is NULL.");
+            Record_Db.Close();
+            return;
+        }
+        Record_Rs.MoveLast();
+        const std::int64_t count = Record_Rs.RecordCount();
+        Data_RecordCount.SetCaption(Str(static_cast<double>(count)));
+        const bool is_drawn_whole = count < kFirstTooMany;
+        draw_all.SetEnabled(is_drawn_whole);
+        draw_all.SetValue(is_drawn_whole);
+        draw_limit.SetValue(!is_drawn_whole);
+    } catch (const RunTimeError& error) {
+        MsgBox("The record cannot be opened.\n\n" + Combo_record.Text() + ": " + error.what());
+    }
+}
+
+void Record_View_Draw::color_box_Click() { color_box.SetBackColor(ShowColor(kRed)); }
+
+void Record_View_Draw::Command1_Click() {
+    try {
+        if (!Check_Fields()) return;
+    } catch (const RunTimeError& error) {
+        Refuse(error);
+        return;
+    }
+    Draw();
+}
+
+/// Puts the fields of Draw into shape. False: they do not do, and the user has been told.
+bool Record_View_Draw::Check_Fields() {
+    const double division = Val(division_box.Text());
+    division_box.SetText(division > 0 ? Str(division) : "1");
+    offset_box.SetText(Str(Val(offset_box.Text())));
+    if (!Contains(Combo_chan.Text(), "CH") || !Contains(Combo_record.Text(), "Rec")) {
+        MsgBox("Please select a Record or Channel");
+        return false;
+    }
+    if (draw_limit.Value() && !Check_Range()) return false;
+    draw_start.SetText(WholeText(Val(draw_start.Text())));
+    draw_stop.SetText(WholeText(Val(draw_stop.Text())));
+    return true;
+}
+
+bool Record_View_Draw::Check_Range() {
+    if (Val(draw_start.Text()) < 1) draw_start.SetText("1");
+    if (Val(Data_RecordCount.Caption()) < Val(draw_stop.Text())) draw_stop.SetText(Data_RecordCount.Caption());
+    const double a = Val(draw_start.Text());
+    const double b = Val(draw_stop.Text());
+    if (a > 0 && a < b && b - a < kFirstTooMany) return true;
+    MsgBox(b - a > kFirstTooMany ? " The range should be set from 1 to 25000." : "Please setting a correct range.");
+    return false;
+}
+
+void Record_View_Draw::Draw() {
+    const Standing before = Stand();
+    lines_kept_ = draw_pic.LineCount();
+    try {
+        Draw_Chosen(++draws_);
+    } catch (const RunTimeError& error) {
+        Record_Db.Close();
+        Return_To(before);
+        Refuse(error);
+    }
+}
+
+void Record_View_Draw::Draw_Chosen(int draw) {
+    const std::string path = DbEntryPath(Combo_record.Text());
+    Open_Draw_Record(path);
+    Record_Path = path;
+    Record_Channel = Combo_chan.Text();
+    Draw_Record();
+    if (draws_ == draw) Slider1_Click();
+}
+
+Record_View_Draw::Standing Record_View_Draw::Stand() const {
+    return {Record_Path, Record_Channel, Slider1.Min(), Slider1.Max(), Slider1.Value()};
+}
+
+void Record_View_Draw::Return_To(const Standing& standing) {
+    Record_Path = standing.path;
+    Record_Channel = standing.channel;
+    Slider1.SetMin(standing.slider_min);
+    Slider1.SetMax(standing.slider_max);
+    Slider1.SetValue(standing.slider_value);
+    Slider1.SetEnabled(true);
+    draw_pic.KeepLines(lines_kept_);
+}
+
+void Record_View_Draw::Command2_Click() {
+    draw_pic.Cls();
+    lines_kept_ = 0;
+}
+
+void Record_View_Draw::Command3_Click() { Unload<Record_View_Draw>(); }
+
+}  // namespace vantrel

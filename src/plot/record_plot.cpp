@@ -1,0 +1,132 @@
+// Draws a channel of a stored record, and reads its values back at the slider.
+
+#include "plot/trend_scale.h"
+#include "records/record_store.h"
+#include "windows/Record_View_Draw.h"
+
+#include <cstdint>
+
+namespace vantrel {
+
+namespace {
+
+constexpr const char* kNoReading = " ";
+constexpr double kOverload = 9.9E+8;  // of a reading; and in twips, the step that is drawn for one beyond it
+constexpr int kGridRows = 10;
+constexpr int kChannels = 20;
+
+}  // namespace
+
+void Record_View_Draw::Draw_Record() {
+    const int draw = draws_;
+    Slider1.SetEnabled(false);
+    if (!Repair_Rows()) {
+        MsgBox("The Record is NULL.");
+    } else {
+        Slider1.SetMax(static_cast<int>(RoundHalfEven(Row_Last)));
+        Slider1.SetMin(static_cast<int>(RoundHalfEven(Row_First)));
+        Draw_Rows(draw);
+    }
+    if (draws_ == draw) Slider1.SetEnabled(true);
+}
+
+/// Numbers the rows of the record anew and takes the range that is to be drawn. What cannot be drawn is refused here,
+/// while the file can still be left as it was. False: the record has no rows.
+bool Record_View_Draw::Repair_Rows() {
+    Database::Transaction repair(Record_Db);
+    bool has_rows = Record_Rs.RecordCount() != 0;
+    try {
+        if (has_rows) {
+            Require_Record_Columns(Record_Rs);
+            Renumber<std::int32_t>(Record_Rs);
+        }
+        has_rows = Record_Rs.RecordCount() != 0;
+        if (has_rows) Take_Range();
+    } catch (const RunTimeError&) {
+        repair.Undo();
+        throw;
+    }
+    repair.Commit();
+    return has_rows;
+}
+
+void Record_View_Draw::Take_Range() {
+    Record_Rs.MoveLast();
+    Row_First = draw_limit.Value() ? Val(draw_start.Text()) : 1;
+    Row_Last = draw_limit.Value() ? Val(draw_stop.Text()) : static_cast<double>(Record_Rs.RecordCount());
+    if (Row_First == Row_Last) throw RunTimeError(kDivisionByZero, "A line needs two rows, and there is only one.");
+    for (double row = Row_First; row <= Row_Last; row += 1) Stored_Text(Record_Db, row, Combo_chan.Text(), "");
+}
+
+void Record_View_Draw::Draw_Rows(int draw) {
+    Database database = Record_Db;  // another record may be chosen meanwhile
+    const double y_scale = Divide(static_cast<double>(draw_pic.Height()) / kGridRows, Val(division_box.Text()));
+    const double x_step = static_cast<double>(draw_pic.Width()) / (Row_Last - Row_First);
+    const double base = static_cast<double>(draw_pic.Height()) / 2;
+    double x = -x_step;
+    double y = base;
+    std::string t;
+    std::string p;
+
+    const auto step = [&](double dy) {
+        Trend_Step(draw_pic, x, y, x_step, dy, color_box.BackColor());
+        x = draw_pic.CurrentX();
+        y = draw_pic.CurrentY();
+    };
+    for (Row_Index = Row_First; Row_Index <= Row_Last; Row_Index += 1.0) {
+        t = Stored_Text(database, Row_Index, Combo_chan.Text(), t);
+        double d = (Val(t) - Val(offset_box.Text())) * y_scale;
+        d = d - (base - y);
+        if (p == kNoReading && t != kNoReading) {
+            x = x + x_step;
+            y = y - d;
+            if (!FitsSingle(y))
+                throw RunTimeError(kOverflow, "The reading in row " + Str(Row_Index) + ", behind a gap, is too large.");
+        } else if (Val(t) > kOverload) {  // an overload drops off the lower edge
+            step(kOverload);
+        } else if (Val(t) < -kOverload) {
+            step(-kOverload);
+        } else if (t == kNoReading) {
+            x = x + x_step;
+            y = -d;
+        } else {
+            step(-d);
+        }
+        p = t;
+        DoEvents();
+        if (draws_ != draw) return;
+    }
+}
+
+std::string Record_View_Draw::Stored_Text(Database& database, double row, const std::string& channel,
+                                          const std::string& otherwise) {
+    Record_Rs = database.OpenRecordset("select * from data where NUM='" + Str(row) + "'");
+    for (int k = 1; k <= kChannels; ++k) {
+        const std::string column = "CH" + Str(k);
+        if (channel != column) continue;
+        if (Record_Rs.Bof()) throw RunTimeError(kNoCurrentRecord, "Row " + Str(row) + " is not in the record.");
+        const std::optional<std::string> text = Record_Rs.Value(column);
+        if (!text) throw RunTimeError(kInvalidNull, "Row " + Str(row) + " holds nothing for " + column + ".");
+        return *text;
+    }
+    return otherwise;
+}
+
+void Record_View_Draw::Slider1_Click() {
+    if (Record_Path.empty()) return;  // nothing has been drawn
+    try {
+        Open_Draw_Record(Record_Path);
+        if (Record_Rs.RecordCount() != 0) {
+            Row_Index = Slider1.Value();
+            const std::string value = Stored_Text(Record_Db, Row_Index, Record_Channel, "");
+            Text1.SetText(Str(Row_Index));
+            show_value.SetText(value);
+        }
+        Record_Db.Close();
+    } catch (const RunTimeError& error) {
+        Record_Db.Close();
+        MsgBox("The value cannot be read.\n\n" + std::string(error.what()));
+    }
+}
+
+}  // namespace vantrel

@@ -1,0 +1,12 @@
+// The grid of stored or recent scans, as See Value and the record browser show it.
+#pragma once
+
+#include "platform/toolkit.h"
+
+namespace vantrel {
+
+/// Gives `grid` its headings: "Scan Cycle", "Time" and one column for each of `channels` channels under two fixed rows,
+/// and one empty row.
+void Lay_Out_Scan_Grid(MSFlexGrid& grid, int channels);
+
+}  // namespace vantrel
