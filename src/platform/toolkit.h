@@ -341,10 +341,9 @@ public:
 
 class CommandButton : public Control {
 public:
-    /// `icon`: name of one of the program's icons, or empty. `spoken`: what a screen reader calls a button that has
-    /// neither caption nor tool tip.
+    /// `icon`: name of one of the program's icons, or empty.
     CommandButton(const Place& place, const std::string& name, const Box& box, const std::string& caption,
-                  const std::string& icon = "", const std::string& tool_tip = "", const std::string& spoken = "");
+                  const std::string& icon = "", const std::string& tool_tip = "");
     Handler OnClick;
 };
 

@@ -33,12 +33,12 @@ protected:
 }  // namespace
 
 CommandButton::CommandButton(const Place& place, const std::string& name, const Box& box, const std::string& caption,
-                             const std::string& icon, const std::string& tool_tip, const std::string& spoken)
+                             const std::string& icon, const std::string& tool_tip)
     : Control(place, name, box, new ButtonWidget(ToCaption(caption))) {
     auto& button = *static_cast<ButtonWidget*>(widget_);
     if (!icon.empty()) button.setIcon(Icon(icon));
     SetToolTipText(tool_tip);
-    if (caption.empty()) button.setAccessibleName(ToQt(tool_tip.empty() ? spoken : tool_tip));
+    if (caption.empty()) button.setAccessibleName(ToQt(tool_tip.empty() ? name : tool_tip));
     QObject::connect(&button, &QPushButton::clicked, life_, [this] { Raise(OnClick); });
 }
 
