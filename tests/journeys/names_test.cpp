@@ -11,6 +11,7 @@
 #include "windows/Set_Dev.h"
 #include "windows/about_form.h"
 
+#include <QAccessible>
 #include <QComboBox>
 #include <QWidget>
 
@@ -58,6 +59,17 @@ TEST_P(Names, Every_control_is_found_by_its_name_and_is_of_its_kind) {
             if (const auto* combo = qobject_cast<QComboBox*>(found.front())) {
                 EXPECT_TRUE(combo->isEditable()) << name;
             }
+        }
+    }
+}
+
+TEST_P(Names, Every_control_is_called_something_by_a_screen_reader) {
+    const QWidget* const frame = GetParam().touch().ClientArea()->window();
+    for (const auto& [kind, names] : GetParam().controls) {
+        for (const std::string& name : names) {
+            auto* const control = frame->findChild<QWidget*>(QString::fromStdString(name));
+            ASSERT_NE(control, nullptr) << name;
+            EXPECT_NE(QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name), "") << name;
         }
     }
 }

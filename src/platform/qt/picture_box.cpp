@@ -159,7 +159,9 @@ float Finite(float value) {
 }  // namespace
 
 PictureBox::PictureBox(const Place& place, const std::string& name, const Box& box, const Drawing& background)
-    : Control(place, name, box, new PlotWidget(background)) {}
+    : Control(place, name, box, new PlotWidget(background)) {
+    widget_->setAccessibleName(ToQt(name));
+}
 
 void PictureBox::Cls() { KeepLines(0); }
 

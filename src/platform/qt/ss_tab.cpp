@@ -30,7 +30,9 @@ QTabWidget& WithPage(QWidget* widget, int page) {
 }  // namespace
 
 SSTab::SSTab(const Place& place, const std::string& name, const Box& box, const std::vector<std::string>& captions)
-    : Control(place, name, box, MakeTabs(captions)) {}
+    : Control(place, name, box, MakeTabs(captions)) {
+    widget_->setAccessibleName(ToQt(name));
+}
 
 int SSTab::Tab() const { return TabsOf(widget_).currentIndex(); }
 

@@ -58,6 +58,7 @@ EditWidget& EditOf(QWidget* widget) { return *static_cast<EditWidget*>(widget); 
 TextBox::TextBox(const Place& place, const std::string& name, const Box& box, const std::string& text)
     : Control(place, name, box, new EditWidget(ToQt(text))) {
     QLineEdit& edit = EditOf(widget_);
+    edit.setAccessibleName(ToQt(name));
     edit.setMaxLength(std::numeric_limits<int>::max());
     edit.setCursorPosition(0);
     QObject::connect(&edit, &QLineEdit::textChanged, life_, [this] { Raise(OnChange); });
