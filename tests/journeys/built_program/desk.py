@@ -1,0 +1,510 @@
+"""The built program on a screen, an accessibility bus and in a folder of its own, for a test that reads what a user sees.
+
+Called as TEST PROGRAM BENCH_FOLDER. What the program shows is read from the accessibility bus, as a screen reader does it;
+what the user does are events of the X server. Windows, controls and menu entries go by their names in src/windows: the
+accessible children of a window stand in the order in which its header declares its controls.
+
+    with Desk(bench) as desk:
+        main = desk.Window("Form1")
+        desk.Connect()
+        main["Command3"].Click()
+        box = desk.Message()            # box.title, box.text, box.buttons
+        box.Press("OK")
+        Expect(main.Enabled("Command3"), {"Command3": True})
+
+Everything that a Desk starts ends with it. Waiting is asking again until it is so, Until(...).
+"""
+
+import os
+import pathlib
+import re
+import shutil
+import signal
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import time
+
+import accessibility as a11y
+from gi.repository import GLib
+
+_repository = pathlib.Path(__file__).resolve().parents[3]
+_name_of_the_test = pathlib.Path(sys.argv[0]).stem
+
+# A scanner with three channels that answers quickly.
+quick_bench = """
+pace 5
+pause 300
+instrument GPIB0::7::INSTR
+  identity "Orlane,M3605,Q1,1.02"
+  serial "Quick scanner"
+  card 1
+  timer 0.3
+  channel 1-3 VOLT
+"""
+
+
+class Failure(Exception):
+    """What a user sees is not what it should be."""
+
+
+def Expect(seen, expected, what=""):
+    """Fails unless both are equal. Of two dicts, only the entries that differ are told."""
+    if seen == expected:
+        return
+    if isinstance(seen, dict) and isinstance(expected, dict):
+        differ = [key for key in seen.keys() | expected.keys() if seen.get(key) != expected.get(key)]
+        seen, expected = ({key: side.get(key) for key in sorted(differ)} for side in (seen, expected))
+    raise Failure(f"{what}\n  seen:     {seen!r}\n  expected: {expected!r}")
+
+
+def Until(condition, what, seconds=a11y.hang_on):
+    """Asks again until `condition` holds, and gives its value; fails if it does not in so many seconds."""
+    end = time.monotonic() + seconds
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise Failure(f"not within {seconds} s: {what}")
+        time.sleep(0.02)
+
+
+# ---- Windows
+
+
+class _Design:
+    """What the source says of a window: its caption, and its controls and menu entries in their order."""
+
+    _declaration = re.compile(
+        r"^    (?:ControlArray<(?P<kind_of_many>\w+), (?P<number>\d+)>|(?P<kind>\w+)) (?P<name>\w+)"
+        r"\{(?P<on>\*this|\w+), \"(?P=name)\"", re.MULTILINE)
+
+    def __init__(self, name):
+        header = (_repository / "src/windows" / f"{name}.h").read_text()
+        source, = (_repository / "src").glob(f"*/{name}.cpp")
+        self.caption = re.search(rf'Window\("{name}", "([^"]*)"', source.read_text()).group(1)
+        self.controls = []  # names, in order
+        self.on_tabs = {}  # names by the tab strip that they stand on, one on each page
+        self.menus = []  # (name, names of its entries)
+        for found in self._declaration.finditer(header):
+            kind, name, on = found["kind"] or found["kind_of_many"], found["name"], found["on"]
+            names = [f"{name}({i})" for i in range(int(found["number"]))] if found["number"] else [name]
+            if kind == "Menu" or kind == "MenuItem" and on == "*this":
+                self.menus.append((name, []))
+            elif kind == "MenuItem":
+                next(entries for menu, entries in self.menus if menu == on).append(name)
+            elif on == "*this":
+                self.controls += names
+            else:
+                self.on_tabs.setdefault(on, []).append(names)
+
+
+class _Window:
+    """A window on the screen. window["Command3"] is its control or menu entry of that name."""
+
+    def __init__(self, desk, node, design):
+        self._desk, self._node = desk, node
+        bus = desk.bus
+        children = bus.Children(node)
+        client = next(child for child, role in zip(children, bus.Roles(children)) if role == "filler")
+        self._nodes = dict(zip(design.controls, bus.Children(client)))
+        for tabs, arrays in design.on_tabs.items():
+            pages = bus.Children(bus.Children(self._nodes[tabs])[0])
+            for i, page in enumerate(pages):
+                self._nodes.update(zip((names[i] for names in arrays), bus.Children(page)))
+        self._menu_of = {}
+        if design.menus:
+            self._FindMenus(children, design)
+
+    def _FindMenus(self, children, design):
+        bus = self._desk.bus
+        bar = next(child for child, role in zip(children, bus.Roles(children)) if role == "menu bar")
+        for (menu, entries), top in zip(design.menus, bus.Children(bar)):
+            self._nodes[menu] = top
+            self._menu_of[menu] = None
+            if entries:
+                popup, = bus.Children(top)
+                self._nodes.update(zip(entries, bus.Children(popup)))
+                self._menu_of.update((entry, menu) for entry in entries)
+
+    def __getitem__(self, name):
+        return Control(self._desk, self._nodes[name], name)
+
+    def Names(self):
+        """Of all controls and menu entries."""
+        return list(self._nodes)
+
+    def _Tell(self, ask, names):
+        names = names or self.Names()
+        return dict(zip(names, ask([self._nodes[name] for name in names])))
+
+    def Captions(self, *names):
+        """What a screen reader calls each of these, or of all: the caption if it has one."""
+        return self._Tell(self._desk.bus.Names, names)
+
+    def ToolTips(self, *names):
+        return self._Tell(self._desk.bus.Descriptions, names)
+
+    def Enabled(self, *names):
+        return self._Tell(lambda nodes: [bool(s >> a11y.enabled & 1) for s in self._desk.bus.States(nodes)], names)
+
+    def Visible(self, *names):
+        return self._Tell(lambda nodes: [bool(s >> a11y.showing & 1) for s in self._desk.bus.States(nodes)], names)
+
+    def Menu(self, name):
+        """Picks a menu entry, with the mouse."""
+        menu = self._menu_of[name]
+        if menu:
+            self[menu].Click()
+            Until(lambda: self.Visible(name)[name], f"the menu {menu} opens")
+        self[name].Click()
+
+    def Title(self):
+        return self._desk.bus.Names([self._node])[0]
+
+    def Box(self):
+        return self._desk.bus.Box(self._node)
+
+    def WaitGone(self):
+        Until(lambda: not self._desk.IsOnScreen(self._node), "the window goes")
+
+
+class Control:
+    def __init__(self, desk, node, name):
+        self._desk, self._bus, self._node, self.name = desk, desk.bus, node, name
+
+    def _State(self, bit):
+        return bool(self._bus.States([self._node])[0] >> bit & 1)
+
+    def Caption(self):
+        return self._bus.Names([self._node])[0]
+
+    def ToolTip(self):
+        return self._bus.Descriptions([self._node])[0]
+
+    def Enabled(self):
+        return self._State(a11y.enabled)
+
+    def Visible(self):
+        return self._State(a11y.showing)
+
+    def Checked(self):
+        return self._State(a11y.checked)
+
+    def Box(self):
+        """Left, top, width and height in pixels of the screen."""
+        return self._bus.Box(self._node)
+
+    def Click(self):
+        left, top, width, height = self.Box()
+        self._desk.ClickAt(left + width // 2, top + height // 2)
+
+    # Fields: of text boxes, combo boxes and pickers
+
+    def Text(self):
+        for node in [self._node] + self._bus.Children(self._node):
+            try:
+                return self._bus.Texts([node])[0]
+            except GLib.Error:
+                pass  # no field
+        raise Failure(f"{self.name} has no text")
+
+    def Type(self, text):
+        """Puts a text in place of what the field holds."""
+        left, top, _, height = self.Box()
+        self._desk.ClickAt(left + 8, top + height // 2)
+        self._desk.Keys("ctrl+a")
+        self._desk.XDo("type", "--delay", "10", text)
+
+    def Entries(self):
+        """Of the list of a combo box."""
+        cells = self._bus.Cells(self._bus.Children(self._node)[0])
+        return self._bus.Names([row[0] for row in cells])
+
+    def Pick(self, entry):
+        """Picks an entry, by its text, from the list of a combo box."""
+        place = self.Entries().index(entry)
+        left, top, width, height = self.Box()
+        self._desk.ClickAt(left + width - 7, top + height // 2)
+        popup = self._bus.Children(self._node)[0]
+        Until(lambda: self._bus.States([popup])[0] >> a11y.showing & 1, f"the list of {self.name} opens")
+        self._desk.Keys("Home", *["Down"] * place, "Return")
+
+    # Tab strips
+
+    def Tabs(self):
+        """(caption, is current) of the tabs that are seen."""
+        nodes = self._bus.Children(self._bus.Children(self._node)[-1])
+        tabs = zip(nodes, self._bus.Roles(nodes), self._bus.Names(nodes), self._bus.States(nodes))
+        current = 1 << a11y.focused | 1 << a11y.selected  # either, depending on the release of Qt
+        return [(name, bool(state & current)) for node, role, name, state in tabs
+                if role == "page tab" and self._bus.Box(node)[2] > 0]  # a hidden one has no size
+
+    # Grids
+
+    def Cells(self):
+        """The texts, row by row, fixed ones and those out of sight included."""
+        cells = self._bus.Cells(self._node)
+        texts = iter(self._bus.Names([node for row in cells for node in row]))
+        return [[next(texts) for _ in row] for row in cells]
+
+    def Cell(self, row, column):
+        """A cell as a control: Box, Click, Picture."""
+        return Control(self._desk, self._bus.Cells(self._node)[row][column], f"{self.name}[{row}][{column}]")
+
+    # Looks
+
+    def Picture(self):
+        return Picture(self._desk, *self.Box())
+
+
+class Picture:
+    """A part of the screen as it looks now."""
+
+    def __init__(self, desk, left, top, width, height):
+        self.width, self.height = width, height
+        self._bytes = subprocess.run(
+            ["import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{left}+{top}", "-depth", "8", "rgb:-"],
+            env=desk.environment, stdout=subprocess.PIPE, check=True).stdout
+
+    def At(self, x, y):
+        """Red, green and blue."""
+        place = 3 * (y * self.width + x)
+        return tuple(self._bytes[place:place + 3])
+
+    def Dots(self, colour):
+        """(x, y) of the pixels of this colour."""
+        pixels = zip(*[iter(self._bytes)] * 3)
+        return {(i % self.width, i // self.width) for i, pixel in enumerate(pixels) if pixel == colour}
+
+
+class _Message:
+    """A message box."""
+
+    def __init__(self, desk, node):
+        self._desk, self._node = desk, node
+        bus = desk.bus
+        self.title = bus.Names([node])[0]
+        parts = list(self._Parts(node))
+        seen = [part for part, state in zip(parts, bus.States(parts)) if state >> a11y.showing & 1]
+        names, roles = bus.Names(seen), bus.Roles(seen)
+        self.text, = (name for name, role in zip(names, roles) if role == "label")
+        self._buttons = {name: part for part, name, role in zip(seen, names, roles) if role == "push button"}
+        self.buttons = list(self._buttons)
+
+    def _Parts(self, node):
+        for child in self._desk.bus.Children(node):
+            yield child
+            yield from self._Parts(child)
+
+    def Press(self, button):
+        Control(self._desk, self._buttons[button], button).Click()
+        Until(lambda: not self._desk.IsOnScreen(self._node), "the message box goes")
+
+
+# ---- The desk
+
+
+class Desk:
+    def __init__(self, bench=quick_bench, environment=None):
+        self._program_file, self._bench_folder = (pathlib.Path(argument) for argument in sys.argv[1:3])
+        self._bench = bench
+        self._started = []  # processes, in the order of starting
+        self._runtime = pathlib.Path(tempfile.mkdtemp())  # of the screen and the buses
+        # The program finds its records beside itself: here it has a folder of its own, on the same disk for a link to do.
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="desk.", dir=".")).resolve()
+        self.wire_file = self.folder / "wire"
+        self.environment = {**os.environ, **(environment or {})}
+
+    def __enter__(self):
+        signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+        try:
+            self._StartScreen()
+            self._StartBus()
+            self._StartProgram()
+        except BaseException:
+            self._CleanUp()
+            raise
+        return self
+
+    def __exit__(self, fault, *_):
+        if fault:
+            subprocess.run(["import", "-silent", "-window", "root", _name_of_the_test + ".png"], env=self.environment)
+        self._CleanUp()
+
+    def _CleanUp(self):
+        for process in reversed(self._started):
+            process.terminate()
+            try:
+                process.wait(timeout=5)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                process.wait()
+        shutil.rmtree(self.folder, ignore_errors=True)
+        shutil.rmtree(self._runtime, ignore_errors=True)
+
+    def _Start(self, *command, **options):
+        log = open(self._runtime / (pathlib.Path(command[0]).name + ".log"), "w")
+        process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
+                                   **options)
+        self._started.append(process)
+        return process
+
+    def _StartTelling(self, *command):
+        """Starts a program that tells a line on the file descriptor whose number ends its command; gives that line."""
+        reads, writes = os.pipe()
+        self._Start(*command[:-1], command[-1] + str(writes), pass_fds=[writes])
+        os.close(writes)
+        with os.fdopen(reads) as told:
+            line = told.readline().strip()
+        if not line:
+            raise Failure(f"{command[0]} does not start")
+        return line
+
+    def _StartScreen(self):
+        for name in ("WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "QT_SCALE_FACTOR"):
+            self.environment.pop(name, None)
+        screen = self._StartTelling("Xvfb", "-screen", "0", "1600x900x24", "-nolisten", "tcp", "-noreset", "-displayfd", "")
+        self.environment.update(DISPLAY=":" + screen, XDG_RUNTIME_DIR=str(self._runtime))
+        self._Start("openbox")
+        Until(lambda: b"window id" in subprocess.run(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], env=self.environment,
+                                                     capture_output=True).stdout, "openbox manages the windows")
+
+    def _StartBus(self):
+        socket = f"--address=unix:path={self._runtime}/session"
+        address = self._StartTelling("dbus-daemon", "--session", "--nofork", "--nopidfile", socket, "--print-address=")
+        self.environment.update(DBUS_SESSION_BUS_ADDRESS=address, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+        self.bus = a11y.Bus(address)
+
+    def _StartProgram(self):
+        (self.folder / "db").mkdir()
+        program = self.folder / "vantrel"
+        try:
+            os.link(self._program_file, program)
+        except OSError:
+            shutil.copy2(self._program_file, program)
+        (self.folder / "desk.bench").write_text(self._bench)
+        path = [str(self._bench_folder)] + self.environment.get("LD_LIBRARY_PATH", "").split(":")
+        self.environment.update(LD_LIBRARY_PATH=":".join(filter(None, path)), VANTREL_BENCH=str(self.folder / "desk.bench"),
+                                VANTREL_BENCH_LOG=str(self.wire_file))
+        self.program = self._Start(str(program))
+        self._root = Until(self.bus.Root, "the program is on the accessibility bus")
+        self.Window("Form1")
+
+    # What is on the screen
+
+    def WindowNodes(self):
+        if self.program.poll() is not None:
+            log = (self._runtime / "vantrel.log").read_text()
+            raise Failure(f"the program has ended with status {self.program.returncode}: {log}")
+        return self.bus.Children(self._root)
+
+    def IsOnScreen(self, node):
+        """Whether a window is; one that is only hidden stays on the bus."""
+        try:
+            return node in self.WindowNodes() and self.bus.States([node])[0] >> a11y.showing & 1
+        except GLib.Error:
+            return False  # it has gone between the two questions
+
+    def _Up(self, fits):
+        """The window that `fits`, once it is active and at rest; None before."""
+        for node in self.WindowNodes():
+            try:
+                if not fits(node) or not self.bus.States([node])[0] >> a11y.active & 1:
+                    continue
+                box = self.bus.Box(node)
+                time.sleep(0.02)
+                if box == self.bus.Box(node):
+                    return node
+            except GLib.Error:
+                pass  # it has gone meanwhile
+        return None
+
+    def Window(self, name):
+        """Waits for a window, by its name, until it is up."""
+        design = _Design(name)
+
+        def Fits(node):
+            if self.bus.Names([node])[0].strip() != design.caption:
+                return False
+            children = self.bus.Children(node)
+            fillers = [child for child, role in zip(children, self.bus.Roles(children)) if role == "filler"]
+            return len(fillers) == 1 and len(self.bus.Children(fillers[0])) == len(design.controls)
+
+        return _Window(self, Until(lambda: self._Up(Fits), f"the window {name} comes"), design)
+
+    def Message(self):
+        """Waits for a message box."""
+        return _Message(self, Until(lambda: self._Up(self._IsMessage), "a message box comes"))
+
+    def _IsMessage(self, node):
+        return self.bus.Roles([node])[0].startswith("alert")
+
+    def Windows(self):
+        """Titles of all windows on the screen, message boxes included."""
+        return [self.bus.Names([node])[0] for node in self.WindowNodes() if self.IsOnScreen(node)]
+
+    # Hands
+
+    def XDo(self, *arguments):
+        subprocess.run(["xdotool", *arguments], env=self.environment, check=True)
+
+    def ClickAt(self, x, y):
+        self.XDo("mousemove", str(x), str(y), "click", "1")
+
+    def Keys(self, *keys):
+        self.XDo("key", "--delay", "30", *keys)
+
+    # Whole steps
+
+    def Connect(self, *rows):
+        """Ticks these rows of the Connect dialog, or the first one, and waits until the devices are there."""
+        self.Window("Form1").Menu("Connected_to_Instrument")
+        connect = self.Window("Connect")
+        for row in rows or [0]:
+            connect[f"Check1({row})"].Click()
+            Until(connect[f"Check1({row})"].Checked, f"row {row} is ticked")
+        connect["Command2"].Click()
+        connect.WaitGone()
+        Until(lambda: self.Window("Form1")["Command3"].Enabled(), "Start is on")
+
+    def AssignRecord(self, record="Record1", dev=0):
+        """Sets the record of a device."""
+        self.Window("Form1")["Command10"].Click()
+        dialog = self.Window("DB_SET")
+        dialog[f"Combo1({dev})"].Pick(record)
+        dialog["OK"].Click()
+        dialog.WaitGone()
+
+    # What it leaves behind
+
+    def Wire(self):
+        """Every exchange so far, as (place of the instrument, ">" to it or "<" from it, the text as the log quotes it)."""
+        lines = self.wire_file.read_text().splitlines() if self.wire_file.exists() else []
+        return [(int(place), arrow, text[1:-1]) for place, arrow, text in (line.split(" ", 2) for line in lines)]
+
+    def Sent(self, dev=0):
+        """What was sent to the instrument at this place."""
+        return [text for place, arrow, text in self.Wire() if place == dev and arrow == ">"]
+
+    def Rows(self, record="Record1"):
+        """Rows of a record file, in stored order."""
+        file = self.folder / "db" / f"{record}.mdb"
+        if not file.exists():
+            return []
+        engine = sqlite3.connect(f"{file.as_uri()}?mode=ro", uri=True)
+        try:
+            return engine.execute("select * from DATA order by rowid").fetchall()
+        except sqlite3.OperationalError:
+            return []  # not made yet, or being written
+        finally:
+            engine.close()
+
+    def WaitEnd(self):
+        """The exit status, once the program has ended by itself."""
+        try:
+            return self.program.wait(a11y.hang_on)
+        except subprocess.TimeoutExpired:
+            raise Failure("the program does not end") from None
