@@ -184,14 +184,21 @@ Type() {
     xdotool type --delay 30 "$6"
 }
 
-# Menu NUMBER KEY...: opens a menu of the main window, counted from 0, and presses the keys in it.
+# Menu NUMBER KEY...: opens a menu of the main window, counted from 0, and presses the keys in it. Keys that come before
+# the menu is there would be lost.
 Menu() {
-    local right=()
-    local i
+    local right=() i before
     for ((i = 0; i < $1; ++i)); do right+=(Right); done
+    before=$(WindowsShown)
     xdotool mousemove --window "$main" 40 $((menu_bar / 2)) click 1
+    WaitUntil "$hang_on" HasMoreWindows "$before" || Fail "the menu does not open"
     Keys "${right[@]}" "${@:2}"
 }
+
+# WindowsShown: number of the program's windows on the screen, open menus included.
+WindowsShown() { xdotool search --onlyvisible --class vantrel 2>/dev/null | wc -l; }
+
+HasMoreWindows() { (($(WindowsShown) > $1)); }
 
 # CloseRequest WINDOW: asks the window to close, as its close box does.
 CloseRequest() {
