@@ -15,8 +15,8 @@ captions = {
     "pic_start": "1",
     "pic_end": "160",
 }
-tool_tips = {"Command3": "Start", "Command4": "Stop", "Command6": "See Value .", "Command8": "", "Command10": "",
-             "Command7": "Open Record", "Command9": "", "Command5": "Printer"}
+tool_tips = {"Command3": "Start", "Command4": "Stop", "Command6": "See Value .", "Command8": "Set Draw",
+             "Command10": "Set Record", "Command7": "Open Record", "Command9": "Record Draw", "Command5": "Printer"}
 off = {"set_sc", "set_read", "set_draw", "Command3", "Command4", "Command6", "Command8", "Command10"}
 separators = {"n1"}
 in_closed_menus = separators | {"set_sc", "set_read", "set_draw", "Connected_to_Instrument", "Record_View", "Record_Draw",
