@@ -92,7 +92,10 @@ public:
     void AnswerColor(std::optional<Colour> colour) { colours_.push_back(colour); }
     /// The colour that the last colour dialog came up with.
     std::optional<Colour> OfferedColor() const { return offered_color_; }
-    /// What the next file dialogs are answered with; an empty path cancels.
+    /// The beeps so far, of the whole process.
+    static int Beeps();
+    /// What the next file dialogs are answered with, one after the other where a dialog comes back with its question
+    /// for consent answered by No; an empty path cancels.
     void AnswerFile(const std::string& path) { files_.push_back(path); }
 
 protected:
