@@ -55,7 +55,8 @@ void Make_Live_Tables() {
 }
 
 void Update_Tables(Integer dev) {
-    Add_Scan(The<DATA_Table>().MSFlexGrid1(dev), dev);
+    // See Value has no table for a device that Connect has taken away in its pass.
+    if (dev < DeviceCount) Add_Scan(The<DATA_Table>().MSFlexGrid1(dev), dev);
     Add_Scan(The<Form1>().MSFlexGrid2(dev), dev);
 }
 

@@ -50,7 +50,10 @@ bool Open_Records() {
         Reset_Trend(dev);
         CreateRecord(dev);
         ScanCount(dev) = 0;
-        if (RecordName(dev) == "0") continue;
+        if (RecordName(dev) == "0") {
+            RecordRs(dev) = {};  // a record that is assigned in the run waits for the next Start
+            continue;
+        }
         if (!FileExists(RecordPath(dev))) {
             MsgBox("The database is error!!Please choice a database again.");
             return false;

@@ -54,6 +54,9 @@ public:
     Recordset() = default;
     explicit Recordset(std::shared_ptr<engine::Rows> rows) : rows_(std::move(rows)) {}
 
+    /// True once it has been opened, whatever became of it.
+    bool IsSet() const { return rows_ != nullptr; }
+
     /// Rows reached so far: 0 for an empty set, at least 1 for any other, the true number after MoveLast. Rows that
     /// this recordset deleted do not count.
     std::int64_t RecordCount() const;

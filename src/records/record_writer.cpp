@@ -39,7 +39,7 @@ void WriteRecord(Integer device) {
         Convert_Current(device, ch);
         table.SetText(ScanRow(device, ch));
     }
-    if (RecordName(device) != "0") Append_Row(device);
+    if (RecordName(device) != "0" && RecordRs(device).IsSet()) Append_Row(device);
     DoEvents();
 }
 

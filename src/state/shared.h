@@ -75,8 +75,9 @@ extern Table<Colour, 20> ColorTable;  ///< default colours of the channels
 
 extern Table<std::string, 5> RecordPath;  ///< full path of the record
 extern Table<Database, 5> RecordDb;       ///< open for the run
-extern Table<Recordset, 5> RecordRs;      ///< all rows, positioned for appending
-extern Table<double, 5> RecordBase;       ///< rows that the record held when the run opened it
+extern Table<Recordset, 5>
+    RecordRs;  ///< all rows, positioned for appending; not set in a run that began without a record
+extern Table<double, 5> RecordBase;  ///< rows that the record held when the run opened it
 
 // -------------------------------------------------------------------------------------------------------------- trend
 

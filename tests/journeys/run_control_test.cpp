@@ -3,6 +3,7 @@
 #include "platform/toolkit.h"
 #include "state/shared.h"
 #include "support/run_desk.h"
+#include "windows/DATA_Table.h"
 #include "windows/Form1.h"
 #include "windows/Form4.h"
 
@@ -290,7 +291,6 @@ TEST_F(RunControl, Connect_during_a_run_lets_it_finish_its_pass_and_end) {
 }
 
 TEST_F(RunControl, A_device_that_Connect_dropped_is_still_polled_in_the_pass_under_way) {
-    // Its reply makes no row: See Value has no table for it any more.
     OpenWith(Scanner(0, kSlow) + Scanner(1, kSlow + "reply \"fetch?\" \"1,2,3\\n\"\n"), 2);
     The<Form4>().N_SCAN.SetText("0");
     AfterSending(kStart, [this] {
@@ -303,18 +303,16 @@ TEST_F(RunControl, A_device_that_Connect_dropped_is_still_polled_in_the_pass_und
     EXPECT_EQ(Times(kStart), 0);
 }
 
-TEST_F(RunControl, A_row_of_a_device_that_Connect_dropped_has_no_table_to_go_to_and_ends_the_program) {
-    EXPECT_EXIT(
-        {
-            OpenWith(Scanner(0, kSlow) + Scanner(1, kSlow), 2);
-            Assign({"Record1", "Record2"});
-            user.WhenMessage("Run-time error",
-                             [this] { std::fprintf(stderr, "shown: %s", user.Messages().back().c_str()); });
-            AfterSending(kStart, [this] { Connect({0}); });
-            Run();
-        },
-        testing::ExitedWithCode(1), "shown: Run-time error '30010'");
+TEST_F(RunControl, A_row_of_a_device_that_Connect_dropped_is_stored_and_shown_in_no_table_of_See_Value) {
+    OpenWith(Scanner(0, kSlow) + Scanner(1, kSlow), 2);
+    Assign({"Record1", "Record2"});
+    AfterSending(kStart, [this] { Connect({0}); });
+    Run();
     EXPECT_EQ(RowsOf(Record("Record2")).size(), 1U);
+    EXPECT_EQ(The<Form1>().MSFlexGrid2(1).Rows(), 3);
+    EXPECT_EQ(The<DATA_Table>().MSFlexGrid1(1).Rows(), 3);
+    EXPECT_EQ(The<DATA_Table>().MSFlexGrid1(1).TextMatrix(2, 0), "");
+    EXPECT_EQ(user.Messages(), Texts{kEnd});
 }
 
 TEST_F(RunControl, Choosing_in_the_device_list_switches_start_on_in_a_run) {

@@ -315,17 +315,27 @@ TEST_F(Assignment, Is_off_in_a_run_as_far_as_its_button_goes) {
     EXPECT_TRUE(user.Enabled("Form1", "Command10"));
 }
 
-TEST_F(Assignment, In_a_run_that_began_without_a_record_ends_the_program_with_the_next_scan) {
-    EXPECT_EXIT(
-        {
-            OpenConnected(1);
-            OpenDialog();
-            AfterScans(2, [&] { Pick(0, "Record1"); });
-            TellRunTimeError();
-            RunScans(5);
-        },
-        testing::ExitedWithCode(1), EndedBy(3420));
+TEST_F(Assignment, In_a_run_that_began_without_a_record_waits_for_the_next_start) {
+    OpenConnected(1);
+    OpenDialog();
+    AfterScans(2, [&] { Pick(0, "Record1"); });
+    RunScans(5);
+    EXPECT_EQ(ScanCount(0), 5);
     EXPECT_EQ(RecordFiles(), Texts{});
+    RunScans(2);
+    EXPECT_EQ(RowsOf(Record("Record1")).size(), 2U);
+}
+
+TEST_F(Assignment, In_a_run_that_began_without_a_record_leaves_the_rows_of_an_earlier_run_alone) {
+    OpenConnected(1);
+    Assign({"Record1"});
+    RunScans(2);
+    OpenDialog();
+    Pick(0, "NONE");
+    AfterScans(2, [&] { Pick(0, "Record1"); });
+    RunScans(4);
+    EXPECT_EQ(ScanCount(0), 4);
+    EXPECT_EQ(RowsOf(Record("Record1")).size(), 2U);
 }
 
 TEST_F(Assignment, Outlives_a_run) {

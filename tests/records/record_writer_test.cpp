@@ -199,8 +199,9 @@ TEST_F(Writer, Raises_the_engines_error_for_a_text_that_is_too_long) {
     EXPECT_EQ(ErrorOf([] { WriteRecord(0); }), kFieldTooSmall);
 }
 
-TEST_F(Writer, Raises_the_engines_error_where_no_record_was_opened) {
-    RecordName(0) = "Record1";
+TEST_F(Writer, Raises_the_engines_error_where_the_record_was_closed_meanwhile) {
+    OpenRecord1();
+    CloseRecord(0);
     EXPECT_EQ(ErrorOf([] { WriteRecord(0); }), kObjectClosed);
 }
 
