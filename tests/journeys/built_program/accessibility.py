@@ -95,6 +95,10 @@ class Bus:
         """Of fields."""
         return self._All(nodes, "GetText", "Text", GLib.Variant("(ii)", (0, -1)))
 
+    def Values(self, node):
+        """Value, minimum and maximum of a slider."""
+        return [self._Property([node], name, "Value")[0] for name in ("CurrentValue", "MinimumValue", "MaximumValue")]
+
     def Cells(self, table):
         """Nodes of the cells, row by row."""
         rows, = self._Property([table], "NRows", "Table")

@@ -79,24 +79,29 @@ class _Design:
 
     _declaration = re.compile(
         r"^    (?:ControlArray<(?P<kind_of_many>\w+), (?P<number>\d+)>|(?P<kind>\w+)) (?P<name>\w+)"
-        r"\{(?P<on>\*this|\w+), \"(?P=name)\"", re.MULTILINE)
+        r"\{(?P<on>\*this|\w+), +\"(?P=name)\"", re.MULTILINE)
 
     def __init__(self, name):
         header = (_repository / "src/windows" / f"{name}.h").read_text()
         source, = (_repository / "src").glob(f"*/{name}.cpp")
         self.caption = re.search(rf'Window\("{name}", "([^"]*)"', source.read_text()).group(1)
         self.controls = []  # names, in order
+        self.in_frames = {}  # names by the frame that they stand in
         self.on_tabs = {}  # names by the tab strip that they stand on, one on each page
         self.menus = []  # (name, names of its entries)
         for found in self._declaration.finditer(header):
             kind, name, on = found["kind"] or found["kind_of_many"], found["name"], found["on"]
             names = [f"{name}({i})" for i in range(int(found["number"]))] if found["number"] else [name]
+            if kind == "Frame":
+                self.in_frames[name] = []
             if kind == "Menu" or kind == "MenuItem" and on == "*this":
                 self.menus.append((name, []))
             elif kind == "MenuItem":
                 next(entries for menu, entries in self.menus if menu == on).append(name)
             elif on == "*this":
                 self.controls += names
+            elif on in self.in_frames:
+                self.in_frames[on] += names
             else:
                 self.on_tabs.setdefault(on, []).append(names)
 
@@ -110,6 +115,8 @@ class _Window:
         children = bus.Children(node)
         client = next(child for child, role in zip(children, bus.Roles(children)) if role == "filler")
         self._nodes = dict(zip(design.controls, bus.Children(client)))
+        for frame, names in design.in_frames.items():
+            self._nodes.update(zip(names, bus.Children(self._nodes[frame])))
         for tabs, arrays in design.on_tabs.items():
             pages = bus.Children(bus.Children(self._nodes[tabs])[0])
             for i, page in enumerate(pages):
@@ -150,6 +157,12 @@ class _Window:
     def Enabled(self, *names):
         return self._Tell(lambda nodes: [bool(s >> a11y.enabled & 1) for s in self._desk.bus.States(nodes)], names)
 
+    def Checked(self, *names):
+        return self._Tell(lambda nodes: [bool(s >> a11y.checked & 1) for s in self._desk.bus.States(nodes)], names)
+
+    def Roles(self, *names):
+        return self._Tell(self._desk.bus.Roles, names)
+
     def Visible(self, *names):
         return self._Tell(lambda nodes: [bool(s >> a11y.showing & 1) for s in self._desk.bus.States(nodes)], names)
 
@@ -163,6 +176,10 @@ class _Window:
 
     def Title(self):
         return self._desk.bus.Names([self._node])[0]
+
+    def TitleBar(self):
+        """What the window manager has for this window, which is the active one."""
+        return self._desk.ActiveTitle()
 
     def Box(self):
         return self._desk.bus.Box(self._node)
@@ -201,6 +218,11 @@ class Control:
         left, top, width, height = self.Box()
         self._desk.ClickAt(left + width // 2, top + height // 2)
 
+    def Part(self, caption):
+        """A control within this one, as the "Up" of an up-down."""
+        parts = self._bus.Children(self._node)
+        return Control(self._desk, parts[self._bus.Names(parts).index(caption)], f"{self.name}.{caption}")
+
     # Fields: of text boxes, combo boxes and pickers
 
     def Text(self):
@@ -219,9 +241,11 @@ class Control:
         self._desk.XDo("type", "--delay", "10", text)
 
     def Entries(self):
-        """Of the list of a combo box."""
-        cells = self._bus.Cells(self._bus.Children(self._node)[0])
-        return self._bus.Names([row[0] for row in cells])
+        """Of a list box, or of the list of a combo box."""
+        return self._bus.Names([row[0] for row in self._bus.Cells(self._List())])
+
+    def _List(self):
+        return self._node if self._bus.Roles([self._node]) == ["list"] else self._bus.Children(self._node)[0]
 
     def Pick(self, entry):
         """Picks an entry, by its text, from the list of a combo box."""
@@ -232,15 +256,35 @@ class Control:
         Until(lambda: self._bus.States([popup])[0] >> a11y.showing & 1, f"the list of {self.name} opens")
         self._desk.Keys("Home", *["Down"] * place, "Return")
 
+    # List boxes
+
+    def Entry(self, text):
+        """An entry as a control: Box, Click."""
+        row = self._bus.Cells(self._node)[self.Entries().index(text)]
+        return Control(self._desk, row[0], f"{self.name}[{text}]")
+
+    # Sliders
+
+    def Range(self):
+        """Value, minimum and maximum."""
+        return tuple(self._bus.Values(self._node))
+
     # Tab strips
 
     def Tabs(self):
         """(caption, is current) of the tabs that are seen."""
-        nodes = self._bus.Children(self._bus.Children(self._node)[-1])
-        tabs = zip(nodes, self._bus.Roles(nodes), self._bus.Names(nodes), self._bus.States(nodes))
         current = 1 << a11y.focused | 1 << a11y.selected  # either, depending on the release of Qt
-        return [(name, bool(state & current)) for node, role, name, state in tabs
-                if role == "page tab" and self._bus.Box(node)[2] > 0]  # a hidden one has no size
+        return [(name, bool(state & current)) for name, state, is_seen in self._AllTabs() if is_seen]
+
+    def HiddenTabs(self):
+        """Captions of the other tabs."""
+        return [name for name, _, is_seen in self._AllTabs() if not is_seen]
+
+    def _AllTabs(self):
+        nodes = self._bus.Children(self._bus.Children(self._node)[-1])
+        nodes = [node for node, role in zip(nodes, self._bus.Roles(nodes)) if role == "page tab"]
+        is_seen = [self._bus.Box(node)[2] > 0 for node in nodes]  # a hidden one has no size
+        return zip(self._bus.Names(nodes), self._bus.States(nodes), is_seen)
 
     # Grids
 
@@ -287,6 +331,7 @@ class _Message:
         self._desk, self._node = desk, node
         bus = desk.bus
         self.title = bus.Names([node])[0]
+        self.title_bar = desk.ActiveTitle()
         parts = list(self._Parts(node))
         seen = [part for part, state in zip(parts, bus.States(parts)) if state >> a11y.showing & 1]
         names, roles = bus.Names(seen), bus.Roles(seen)
@@ -445,6 +490,12 @@ class Desk:
     def Windows(self):
         """Titles of all windows on the screen, message boxes included."""
         return [self.bus.Names([node])[0] for node in self.WindowNodes() if self.IsOnScreen(node)]
+
+    def ActiveTitle(self):
+        """What the title bar of the active window shows."""
+        told = subprocess.run(["xdotool", "getwindowfocus", "getwindowname"], env=self.environment, capture_output=True,
+                              text=True, check=True).stdout
+        return told.removesuffix("\n")
 
     # Hands
 

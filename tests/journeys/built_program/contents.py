@@ -1,0 +1,44 @@
+"""What a window shows, control by control."""
+
+from typing import NamedTuple
+
+from desk import Expect
+
+_fields = ("text", "combo box", "spin box")
+
+
+class Shows(NamedTuple):
+    """A control as a user sees it: the text of a field, the caption of any other control."""
+
+    text: str
+    tool_tip: str = ""
+    enabled: bool = True
+    checked: bool = False
+
+
+def ExpectContents(window, caption, controls):
+    """The window is active, and shows exactly these controls: a Shows, a text for a control that has no more than that,
+    the cells of a grid, or None for a picture. A window without a caption has a blank in its title bar."""
+    Expect(window.Title(), caption, "caption")
+    Expect(window.TitleBar(), caption or " ", "title bar")
+    Expect([name for name, is_seen in window.Visible().items() if is_seen and name not in controls], [],
+           f"more controls on {caption}")
+    Expect(window.Visible(*controls), dict.fromkeys(controls, True), f"controls on {caption}")
+    grids = {name: cells for name, cells in controls.items() if isinstance(cells, list)}
+    Expect({name: window[name].Cells() for name in grids}, grids, f"grids on {caption}")
+    others = {name: Shows(shows) if isinstance(shows, str) else shows
+              for name, shows in controls.items() if name not in grids and shows is not None}
+    Expect(_Seen(window, others), others, f"controls on {caption}")
+    _ExpectNoToolTip(window, [name for name, shows in controls.items() if name in grids or shows is None])
+
+
+def _Seen(window, names):
+    texts, roles = window.Captions(*names), window.Roles(*names)
+    texts |= {name: window[name].Text() for name in names if roles[name] in _fields}
+    rest = (window.ToolTips(*names), window.Enabled(*names), window.Checked(*names))
+    return {name: Shows(texts[name], *(column[name] for column in rest)) for name in names}
+
+
+def _ExpectNoToolTip(window, names):
+    if names:
+        Expect(window.ToolTips(*names), dict.fromkeys(names, ""), "tool tips")
