@@ -59,4 +59,7 @@ BENCHMARK(OnePass)->Iterations(1)->Unit(benchmark::kMillisecond);
 }  // namespace
 }  // namespace vantrel
 
-int main(int argc, char** argv) { vantrel::RunBenchmarksWithWindows(argc, argv); }
+int main(int argc, char** argv) {
+    vantrel::RunBenchmarksWithWindows(argc, argv);
+    vantrel::ExitNow(0);
+}

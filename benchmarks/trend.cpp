@@ -93,4 +93,7 @@ BENCHMARK(OneDrawOnTheScreen)->UseManualTime()->Unit(benchmark::kMicrosecond);
 }  // namespace
 }  // namespace vantrel
 
-int main(int argc, char** argv) { vantrel::RunBenchmarksWithWindows(argc, argv); }
+int main(int argc, char** argv) {
+    vantrel::RunBenchmarksWithWindows(argc, argv);
+    vantrel::ExitNow(0);
+}

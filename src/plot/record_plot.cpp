@@ -5,6 +5,7 @@
 #include "windows/Record_View_Draw.h"
 
 #include <cstdint>
+#include <limits>
 
 namespace vantrel {
 
@@ -13,7 +14,18 @@ namespace {
 constexpr const char* kNoReading = " ";
 constexpr double kOverload = 9.9E+8;  // of a reading; and in twips, the step that is drawn for one beyond it
 constexpr int kGridRows = 10;
-constexpr int kChannels = 20;
+
+bool Is_Channel(const std::string& name) {
+    for (int k = 1; k <= 20; ++k)
+        if (name == "CH" + Str(k)) return true;
+    return false;
+}
+
+std::string Not_There(double row) { return "Row " + Str(row) + " is not in the record."; }
+
+std::string Holds_Nothing(double row, const std::string& channel) {
+    return "Row " + Str(row) + " holds nothing for " + channel + ".";
+}
 
 }  // namespace
 
@@ -34,28 +46,45 @@ void Record_View_Draw::Draw_Record() {
 /// while the file can still be left as it was. False: the record has no rows.
 bool Record_View_Draw::Repair_Rows() {
     Database::Transaction repair(Record_Db);
-    bool has_rows = Record_Rs.RecordCount() != 0;
     try {
-        if (has_rows) {
-            Require_Record_Columns(Record_Rs);
-            Renumber<std::int32_t>(Record_Rs);
-        }
-        has_rows = Record_Rs.RecordCount() != 0;
-        if (has_rows) Take_Range();
+        if (Record_Rs.RecordCount() != 0) Walk_Rows();
+        if (Record_Rs.RecordCount() != 0) Take_Range();
     } catch (const RunTimeError&) {
         repair.Undo();
         throw;
     }
     repair.Commit();
-    return has_rows;
+    return Record_Rs.RecordCount() != 0;
+}
+
+void Record_View_Draw::Walk_Rows() {
+    Require_Record_Columns(Record_Rs);
+    const std::string channel = Combo_chan.Text();
+    const bool is_limited = draw_limit.Value();
+    const double first = is_limited ? Val(draw_start.Text()) : 1;
+    const double last = is_limited ? Val(draw_stop.Text()) : std::numeric_limits<double>::max();
+    std::string fault;
+    Renumber<std::int32_t>(Record_Rs, [&](double row) {
+        if (row >= first && row <= last && fault.empty()) fault = Fault_Of_Row(row, channel);
+    });
+    if (!fault.empty()) throw RunTimeError(kNoCurrentRecord, fault);
+}
+
+/// What keeps the current row, number `row`, from being drawn; empty for nothing.
+std::string Record_View_Draw::Fault_Of_Row(double row, const std::string& channel) const {
+    if (!Is_Channel(channel)) return "";
+    if (Record_Rs.Value("num") != Str(row)) return "Row " + Str(row) + " is not found under its number.";
+    if (!Record_Rs.Value(channel)) return Holds_Nothing(row, channel);
+    return "";
 }
 
 void Record_View_Draw::Take_Range() {
     Record_Rs.MoveLast();
+    const auto count = static_cast<double>(Record_Rs.RecordCount());
     Row_First = draw_limit.Value() ? Val(draw_start.Text()) : 1;
-    Row_Last = draw_limit.Value() ? Val(draw_stop.Text()) : static_cast<double>(Record_Rs.RecordCount());
+    Row_Last = draw_limit.Value() ? Val(draw_stop.Text()) : count;
     if (Row_First == Row_Last) throw RunTimeError(kDivisionByZero, "A line needs two rows, and there is only one.");
-    for (double row = Row_First; row <= Row_Last; row += 1) Stored_Text(Record_Db, row, Combo_chan.Text(), "");
+    if (Row_Last > count && Is_Channel(Combo_chan.Text())) throw RunTimeError(kNoCurrentRecord, Not_There(count + 1));
 }
 
 void Record_View_Draw::Draw_Rows(int draw) {
@@ -101,15 +130,11 @@ void Record_View_Draw::Draw_Rows(int draw) {
 std::string Record_View_Draw::Stored_Text(Database& database, double row, const std::string& channel,
                                           const std::string& otherwise) {
     Record_Rs = database.OpenRecordset("select * from data where NUM='" + Str(row) + "'");
-    for (int k = 1; k <= kChannels; ++k) {
-        const std::string column = "CH" + Str(k);
-        if (channel != column) continue;
-        if (Record_Rs.Bof()) throw RunTimeError(kNoCurrentRecord, "Row " + Str(row) + " is not in the record.");
-        const std::optional<std::string> text = Record_Rs.Value(column);
-        if (!text) throw RunTimeError(kInvalidNull, "Row " + Str(row) + " holds nothing for " + column + ".");
-        return *text;
-    }
-    return otherwise;
+    if (!Is_Channel(channel)) return otherwise;
+    if (Record_Rs.Bof()) throw RunTimeError(kNoCurrentRecord, Not_There(row));
+    const std::optional<std::string> text = Record_Rs.Value(channel);
+    if (!text) throw RunTimeError(kInvalidNull, Holds_Nothing(row, channel));
+    return *text;
 }
 
 void Record_View_Draw::Slider1_Click() {

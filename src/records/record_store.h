@@ -18,9 +18,10 @@ void CloseRecord(Integer device);
 
 /// Numbers the rows of a record 1, 2, 3 ... in stored order and removes those without a number. `Counter` counts the
 /// rows: an Integer raises error 6 past 32767 rows. A number text that is no number raises error 13. To be called
-/// inside a transaction, for one commit of the whole walk.
-template <class Counter>
-void Renumber(Recordset& rows) {
+/// inside a transaction, for one commit of the whole walk. `visit(counter)` is called for each row that stays, while
+/// `rows` stands on it.
+template <class Counter, class Visit>
+void Renumber(Recordset& rows, const Visit& visit) {
     rows.MoveFirst();
     Counter counter = 0;
     while (!rows.Eof()) {
@@ -33,9 +34,15 @@ void Renumber(Recordset& rows) {
                 rows.Set("num", static_cast<double>(counter));
                 rows.Update();
             }
+            visit(counter);
         }
         rows.MoveNext();
     }
+}
+
+template <class Counter>
+void Renumber(Recordset& rows) {
+    Renumber<Counter>(rows, [](Counter) {});
 }
 
 /// Refuses the rows of a table that is no record's, for want of one of the 22 columns: error 3265. For whoever only

@@ -75,7 +75,9 @@ private:
     /// The steps of Draw, which stop early when a later Draw, or the closing of the dialog, ends this one.
     void Draw_Chosen(int draw);
     bool Repair_Rows();
+    void Walk_Rows();
     void Take_Range();
+    std::string Fault_Of_Row(double row, const std::string& channel) const;
     void Draw_Rows(int draw);
     /// The text of `channel`, "CH1" to "CH20", in row `row`; `otherwise` for any other channel.
     std::string Stored_Text(Database& database, double row, const std::string& channel, const std::string& otherwise);

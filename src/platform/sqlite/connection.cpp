@@ -108,7 +108,8 @@ Connection::Connection(const std::string& path, bool is_new) : file_(OpenFile::H
     // The journal lies beside the file: without the right to make one there every write would fail later.
     if (access(whole_path.parent_path().c_str(), W_OK) != 0) throw RunTimeError(kNoPermission);
     try {
-        const int opened = sqlite3_open_v2(whole_path.c_str(), &database_, SQLITE_OPEN_READWRITE, nullptr);
+        constexpr int kForOneThread = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
+        const int opened = sqlite3_open_v2(whole_path.c_str(), &database_, kForOneThread, nullptr);
         Check(opened);
         if (sqlite3_db_readonly(database_, "main") != 0) throw RunTimeError(kNoPermission);
         Configure();
