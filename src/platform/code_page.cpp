@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <clocale>
 #include <cstdlib>
 #include <iconv.h>
 #include <langinfo.h>
+#include <locale.h>
+#include <string_view>
 
 namespace vantrel {
 
@@ -13,16 +14,24 @@ namespace {
 
 bool IsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 
-/// Name of the locale's code page. A page of 7 bits, as the plain locale's, or of several bytes is none of 8.
-const char* CodePageName() {
+/// Name of the code page of the user's locale; Windows-1252 where that locale has a page of 7 bits, as the plain one,
+/// or of several bytes a character, or is not there. The process itself runs in a locale of UTF-8: the toolkit sees to
+/// it.
+std::string CodePageName() {
+    constexpr const char* kWindows = "CP1252";
     constexpr std::string_view kSevenBits = "ANSI_X3.4-1968";
-    const char* name = nl_langinfo(CODESET);
-    return MB_CUR_MAX == 1 && name != kSevenBits ? name : "CP1252";
+    const locale_t users = newlocale(LC_CTYPE_MASK, "", nullptr);
+    if (users == nullptr) return kWindows;
+    const locale_t own = uselocale(users);
+    const std::string name = MB_CUR_MAX == 1 ? nl_langinfo(CODESET) : kWindows;
+    uselocale(own);
+    freelocale(users);
+    return name == kSevenBits ? kWindows : name;
 }
 
 class Converter {
 public:
-    Converter() : page_(iconv_open(CodePageName(), "UTF-8")) {}
+    Converter() : page_(iconv_open(CodePageName().c_str(), "UTF-8")) {}
     ~Converter() {
         if (IsOpen()) iconv_close(page_);
     }

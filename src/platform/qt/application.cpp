@@ -20,6 +20,7 @@
 #include <QStandardPaths>
 #include <QUrl>
 #include <QWindow>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -87,6 +88,10 @@ int ShowMessage(const QString& title, const std::string& text, QMessageBox::Stan
 
 QApplication& SetUpApplication() {
     static QApplication* const application = [] {
+#ifdef SIGXFSZ
+        // A file that passes the user's limit fails the write, as a full disk does; else it would end the program.
+        std::signal(SIGXFSZ, SIG_IGN);
+#endif
         static int argc = 1;
         static char name[] = "vantrel";
         static char* argv[] = {name, nullptr};

@@ -1,0 +1,180 @@
+// Text files for output, by number.
+#include "platform/files.h"
+#include "support/child_process.h"
+#include "support/errors.h"
+#include "support/temp_folder.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vantrel {
+namespace {
+
+const std::string kMoreThanABuffer(100000, 'x');
+
+int OpenError(const std::string& path, int number = 1) {
+    return ErrorOf([&] { OpenForOutput(path, number); });
+}
+int PrintError(const std::string& text) {
+    return ErrorOf([&] { Print(1, text); });
+}
+int CloseError() {
+    return ErrorOf([] { CloseFile(1); });
+}
+
+/// What a child process does for its test.
+void Require(bool holds) {
+    if (!holds) throw std::runtime_error("does not hold");
+}
+
+class OutputFile : public testing::Test {
+protected:
+    TempFolder folder;
+    std::string path = folder / "page.csv";
+};
+
+TEST_F(OutputFile, Is_made_where_there_is_none) {
+    OpenForOutput(path, 1);
+    Print(1, "one");
+    CloseFile(1);
+    EXPECT_EQ(FileBytes(path), "one");
+}
+
+TEST_F(OutputFile, Replaces_a_longer_one) {
+    WriteFileBytes(path, "something longer");
+    OpenForOutput(path, 1);
+    Print(1, "one");
+    CloseFile(1);
+    EXPECT_EQ(FileBytes(path), "one");
+}
+
+TEST_F(OutputFile, Holds_what_is_printed_byte_for_byte_and_nothing_between) {
+    OpenForOutput(path, 1);
+    for (const char* text : {"a\r\n", "\n", "", "\"", "b\r", "\x1A"}) Print(1, text);
+    CloseFile(1);
+    EXPECT_EQ(FileBytes(path), "a\r\n\n\"b\r\x1A");
+}
+
+TEST_F(OutputFile, Is_in_the_code_page) {
+    setenv("LC_ALL", "C", 1);
+    OpenForOutput(path, 1);
+    Print(1, "20 \u00B0C \u2192");
+    CloseFile(1);
+    EXPECT_EQ(FileBytes(path),
+              "20 \xB0"
+              "C ?");
+}
+
+TEST_F(OutputFile, Under_a_number_that_is_taken_is_an_error_and_touches_neither_file) {
+    WriteFileBytes(folder / "other", "kept");
+    OpenForOutput(path, 1);
+    Print(1, "one");
+    EXPECT_EQ(OpenError(folder / "other"), kFileAlreadyOpen);
+    EXPECT_EQ(FileBytes(folder / "other"), "kept");
+    CloseFile(1);
+    EXPECT_EQ(FileBytes(path), "one");
+}
+
+TEST_F(OutputFile, Gives_its_number_back_when_it_is_closed) {
+    OpenForOutput(path, 1);
+    CloseFile(1);
+    EXPECT_EQ(OpenError(folder / "other"), 0);
+}
+
+TEST_F(OutputFile, Has_a_number_of_its_own) {
+    OpenForOutput(path, 1);
+    OpenForOutput(folder / "other", 2);
+    Print(2, "two");
+    Print(1, "one");
+    CloseFile(1);
+    CloseFile(2);
+    EXPECT_EQ(FileBytes(path) + FileBytes(folder / "other"), "onetwo");
+}
+
+TEST_F(OutputFile, That_is_not_open_cannot_be_written_or_closed) {
+    EXPECT_EQ(PrintError("one"), kBadFileNumber);
+    EXPECT_EQ(CloseError(), kBadFileNumber);
+}
+
+TEST_F(OutputFile, Cannot_be_a_folder) { EXPECT_EQ(OpenError(folder.Path()), kPermissionDenied); }
+
+TEST_F(OutputFile, Cannot_be_one_that_is_write_protected) {
+    WriteFileBytes(path, "kept");
+    chmod(path.c_str(), S_IRUSR | S_IRGRP | S_IROTH);
+    std::filesystem::permissions(folder.Path(), std::filesystem::perms::others_exec,
+                                 std::filesystem::perm_options::add);
+    ChildProcess someone([&](const ChildProcess::Contact&) {
+        constexpr uid_t kNobody = 65534;
+        Require(geteuid() != 0 || setuid(kNobody) == 0);  // nothing is protected from the superuser
+        Require(OpenError(path) == kPermissionDenied);
+        Require(CloseError() == kBadFileNumber);
+    });
+    EXPECT_EQ(someone.End(), 0);
+    EXPECT_EQ(FileBytes(path), "kept");
+}
+
+TEST_F(OutputFile, Cannot_be_in_a_folder_that_is_not_there) {
+    WriteFileBytes(folder / "file", "");
+    EXPECT_EQ(OpenError(folder / "none/page.csv"), kPathNotFound);
+    EXPECT_EQ(OpenError(folder / "file/page.csv"), kPathNotFound);
+    EXPECT_EQ(OpenError(""), kPathNotFound);
+    EXPECT_EQ(OpenError(folder / std::string(256, 'x')), kPathNotFound);
+}
+
+TEST_F(OutputFile, That_cannot_be_opened_takes_no_number) {
+    OpenError(folder.Path());
+    EXPECT_EQ(CloseError(), kBadFileNumber);
+    OpenError(folder / "none/page.csv");
+    EXPECT_EQ(OpenError(path), 0);
+}
+
+TEST_F(OutputFile, On_a_full_disk_fails_while_it_is_written) {
+    OpenForOutput("/dev/full", 1);
+    EXPECT_EQ(PrintError(kMoreThanABuffer), kDiskFull);
+}
+
+TEST_F(OutputFile, On_a_full_disk_fails_at_its_close_at_the_latest) {
+    OpenForOutput("/dev/full", 1);
+    EXPECT_EQ(PrintError("one"), 0);
+    EXPECT_EQ(CloseError(), kDiskFull);
+}
+
+TEST_F(OutputFile, Keeps_its_number_after_an_error_while_it_is_written) {
+    OpenForOutput("/dev/full", 1);
+    PrintError(kMoreThanABuffer);
+    EXPECT_EQ(OpenError(path), kFileAlreadyOpen);
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(OutputFile, Keeps_its_number_after_an_error_at_its_close) {
+    OpenForOutput("/dev/full", 1);
+    Print(1, "one");
+    CloseError();
+    EXPECT_EQ(OpenError(path), kFileAlreadyOpen);
+}
+
+TEST_F(OutputFile, That_refuses_what_is_written_is_an_error_of_the_device) {
+    OpenForOutput("/proc/self/oom_score_adj", 1);  // takes numbers only
+    Print(1, "one");
+    EXPECT_EQ(CloseError(), kDeviceIo);
+    EXPECT_EQ(OpenError(path), kFileAlreadyOpen);
+}
+
+TEST_F(OutputFile, That_grows_past_the_limit_of_the_user_is_a_full_disk_and_keeps_what_was_written) {
+    ChildProcess limited([&](const ChildProcess::Contact&) {
+        const rlimit limit{10000, 10000};
+        Require(setrlimit(RLIMIT_FSIZE, &limit) == 0);
+        OpenForOutput(path, 1);
+        Require(PrintError(kMoreThanABuffer) == kDiskFull);
+        Require(OpenError(folder / "other") == kFileAlreadyOpen);
+    });
+    EXPECT_EQ(limited.End(), 0);
+    EXPECT_EQ(FileBytes(path), kMoreThanABuffer.substr(0, 10000));
+}
+
+}  // namespace
+}  // namespace vantrel
