@@ -4,6 +4,7 @@
 #include "windows/Record_View_Form.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <sys/resource.h>
@@ -200,6 +201,30 @@ TEST_F(CsvExport, Is_read_by_another_program_as_the_same_cells) {
         (folder / "page.csv") + "' '" + (folder / "cells") + "'";
     ASSERT_EQ(std::system(reader.c_str()), 0);
     EXPECT_EQ(FileBytes(folder / "cells"), shown);
+}
+
+TEST_F(CsvExport, Is_read_by_a_spreadsheet_as_the_same_numbers_times_and_texts) {
+    setenv("LC_ALL", "C", 1);
+    setenv("HOME", folder.Path().c_str(), 1);
+    const std::array<Cells, 3> readings = {
+        Cells{"+1.50000000E+00", "+2.0"}, {" ", "20 \u00B0C"}, {"-2.50000000E-03\n", "a, b\nc"}};
+    ShowRecord(2, [&](int row, int channel) {
+        return channel <= 3 ? readings[static_cast<std::size_t>(channel - 1)][static_cast<std::size_t>(row - 1)] : "";
+    });
+    Export();
+    const std::string spreadsheet =
+        "cd '" + folder.Path() +
+        "' && ssconvert --import-encoding=WINDOWS-1252 --export-type=Gnumeric_stf:stf_assistant"
+        " -O 'quoting-mode=always separator=, eol=unix format=automatic' page.csv cells 2>/dev/null";
+    if (std::system("command -v ssconvert >/dev/null") != 0) GTEST_SKIP() << "no spreadsheet";
+    ASSERT_EQ(std::system(spreadsheet.c_str()), 0);
+    std::string captions = kCaptions;
+    captions.erase(captions.find('\r'), 1);
+    std::string empty_channels;
+    for (int channel = 4; channel <= 20; ++channel) empty_channels += ",\"\"";
+    EXPECT_EQ(FileBytes(folder / "cells"),
+              captions + "\"1\",\"2026/03/01 08:00:01\",\"1.5\",\" \",\"-0.0025\"" + empty_channels +
+                  "\n\"2\",\"2026/03/01 08:00:02\",\"2\",\"20 \u00B0C\",\"a, b\nc\"" + empty_channels + "\n");
 }
 
 // ---- The dialog
