@@ -826,6 +826,32 @@ TEST_F(Record, Keeps_what_a_transaction_wrote_when_it_is_closed_within) {
     EXPECT_EQ(Stored(), (Texts{"1"}));
 }
 
+TEST_F(Record, Takes_back_what_a_transaction_wrote_when_it_is_undone) {
+    AddRows(database, {"1", "2"});
+    const std::string before = FileBytes(path);
+    Database::Transaction transaction(database);
+    AddRows(database, {"3"});
+    Delete("1");
+    Recordset rows = Find("2");
+    rows.Edit();
+    rows.Set("num", "7");
+    rows.Update();
+    EXPECT_EQ(Walk(All()), (Texts{"7", "3"}));
+    transaction.Undo();
+    EXPECT_EQ(Walk(All()), (Texts{"1", "2"}));
+    EXPECT_EQ(FileBytes(path), before);
+}
+
+TEST_F(Record, Stores_singly_again_after_Undo_and_Commit_then_does_nothing) {
+    Database::Transaction transaction(database);
+    AddRows(database, {"1"});
+    transaction.Undo();
+    AddRows(database, {"2"});
+    EXPECT_EQ(Stored(), (Texts{"2"}));
+    transaction.Commit();
+    EXPECT_EQ(Stored(), (Texts{"2"}));
+}
+
 TEST_F(Record, Raises_what_goes_wrong_with_a_commit_and_is_usable_afterwards) {
     AddRows(database, {"1"});
     VirtualClock clock;

@@ -5,6 +5,8 @@
 #include "support/errors.h"
 #include "support/temp_folder.h"
 
+#include <algorithm>
+#include <dirent.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 
@@ -54,6 +56,45 @@ TEST(DbEntryPath, Leads_to_an_entry_of_the_folder_db_and_nowhere_else) {
     EXPECT_EQ(DbEntryPath("Record3.mdb"), "/somewhere/db/Record3.mdb");
     for (const char* entry : {"../Record3.mdb", "x/Record3.mdb", "..\\Rec.mdb", "", ".", ".."})
         EXPECT_EQ(ErrorOf([&] { DbEntryPath(entry); }), kNotAValidName) << entry;
+}
+
+TEST(DbEntryPath, Takes_any_other_name_that_an_entry_can_have) {
+    UseAppPath("/somewhere");
+    EXPECT_EQ(DbEntryPath(" my Rec:x.MDB "), "/somewhere/db/ my Rec:x.MDB ");
+    EXPECT_EQ(DbEntryPath("..Rec"), "/somewhere/db/..Rec");
+    EXPECT_EQ(ErrorOf([] { DbEntryPath(std::string(248, 'R')); }), kNotAValidName);
+    EXPECT_EQ(ErrorOf([] { DbEntryPath(std::string("Rec\0.mdb", 8)); }), kNotAValidName);
+}
+
+TEST(DbEntries, Are_those_that_end_in_exactly_mdb_folders_and_hidden_files_among_them) {
+    const TempAppFolder folder;
+    for (const char* name : {"Record1.mdb", "x.mdb", ".mdb", ".Record2.mdb", "Record3.MDB", "Record4.Mdb", "Record5",
+                             "Record6.mdb-journal", "Record7.mdb.bak", "Record8mdb"})
+        WriteFileBytes((folder / "db/") + name, "");
+    std::filesystem::create_directory(folder / "db/Folder.mdb");
+    std::filesystem::create_directory(folder / "db/Sub");
+    WriteFileBytes(folder / "db/Sub/Record9.mdb", "");
+    std::vector<std::string> entries = DbEntries();
+    std::ranges::sort(entries);
+    EXPECT_EQ(entries, (std::vector<std::string>{".Record2.mdb", ".mdb", "Folder.mdb", "Record1.mdb", "x.mdb"}));
+}
+
+TEST(DbEntries, Come_in_the_order_in_which_the_system_lists_them) {
+    const TempAppFolder folder;
+    for (const char* name : {"m", "a", "z", "Q", "k", "b", "y", "R"})
+        WriteFileBytes((folder / "db/") + name + ".mdb", "");
+    std::vector<std::string> listed;
+    DIR* const directory = opendir((folder / "db").c_str());
+    while (const dirent* const entry = readdir(directory))
+        if (entry->d_name[0] != '.') listed.emplace_back(entry->d_name);
+    closedir(directory);
+    EXPECT_EQ(DbEntries(), listed);
+}
+
+TEST(DbEntries, Are_none_where_the_folder_cannot_be_read) {
+    const TempFolder folder;
+    UseAppPath(folder.Path());
+    EXPECT_TRUE(DbEntries().empty());
 }
 
 TEST(FileExists, Finds_files_of_any_kind) {

@@ -195,6 +195,20 @@ TEST(Numbers, Have_a_point_whatever_the_locale) {
     std::locale::global(std::locale::classic());
 }
 
+TEST(WholeText, Has_no_decimals_and_rounds_halves_away_from_zero) {
+    EXPECT_EQ(WholeText(0), "0");
+    EXPECT_EQ(WholeText(25001), "25001");
+    EXPECT_EQ(WholeText(2.4), "2");
+    EXPECT_EQ(WholeText(2.5), "3");
+    EXPECT_EQ(WholeText(-2.5), "-3");
+}
+
+TEST(WholeText, Has_no_sign_at_zero_and_no_exponent) {
+    EXPECT_EQ(WholeText(-0.4), "0");
+    EXPECT_EQ(WholeText(1e20), "100000000000000000000");
+    EXPECT_EQ(WholeText(1e308).size(), 309U);
+}
+
 TEST(Divide, Gives_the_quotient) { EXPECT_EQ(Divide(1, 4), 0.25); }
 
 TEST(Divide, Fails_for_a_divisor_of_0) {

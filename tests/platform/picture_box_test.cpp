@@ -75,6 +75,30 @@ TEST_F(Plots, A_pen_beyond_single_precision_is_an_overflow) {
     EXPECT_THROW(plot.Line(3e38F, 0, 3e38F, 0, kRed), RunTimeError);
 }
 
+TEST_F(Plots, Counts_the_lines_since_it_was_last_cleared) {
+    EXPECT_EQ(plot.LineCount(), 0U);
+    plot.Line(0, 0, 1500, 0, kRed);
+    plot.Line(-9000, 0, 1500, 0, kRed);
+    EXPECT_EQ(plot.LineCount(), 2U);
+    plot.Cls();
+    EXPECT_EQ(plot.LineCount(), 0U);
+}
+
+TEST_F(Plots, Keeps_the_first_lines_and_takes_the_others_away) {
+    constexpr Colour blue = RGB(0, 0, 255);
+    plot.Line(0, 150, 150, 0, kRed);
+    const Picture before = plot.Image();
+    plot.Line(0, 300, 150, 0, blue);
+    plot.Line(0, 450, 150, 0, blue);
+    plot.KeepLines(1);
+    EXPECT_EQ(plot.LineCount(), 1U);
+    EXPECT_EQ(plot.Image().pixels, before.pixels);
+    plot.KeepLines(5);
+    EXPECT_EQ(plot.LineCount(), 1U);
+    plot.Line(0, 600, 150, 0, blue);
+    EXPECT_EQ(Count(blue), 11);
+}
+
 TEST_F(Plots, What_is_on_the_screen_is_the_picture) {
     plot.Line(0, 0, 1500, 750, kRed);
     const QImage screen = plot.Widget()->grab().toImage().convertToFormat(QImage::Format_RGB32);

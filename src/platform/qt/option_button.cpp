@@ -2,6 +2,7 @@
 #include "platform/qt/text.h"
 #include "platform/toolkit.h"
 
+#include <QButtonGroup>
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QSignalBlocker>
@@ -60,12 +61,19 @@ private:
     }
 };
 
+/// The group of the option buttons that stand on `parent` itself: Qt's own would take in those of the frames on it.
+QButtonGroup& GroupOn(QWidget* parent) {
+    if (auto* group = parent->findChild<QButtonGroup*>(QString(), Qt::FindDirectChildrenOnly)) return *group;
+    return *new QButtonGroup(parent);
+}
+
 QRadioButton& OptionOf(QWidget* widget) { return *static_cast<QRadioButton*>(widget); }
 
 }  // namespace
 
 OptionButton::OptionButton(const Place& place, const std::string& name, const Box& box, const std::string& caption)
     : Control(place, name, box, new OptionWidget(ToCaption(caption))) {
+    GroupOn(place.parent).addButton(&OptionOf(widget_));
     QObject::connect(&OptionOf(widget_), &QRadioButton::toggled, life_, [this](bool chosen) {
         if (chosen) Raise(OnClick);
     });
@@ -77,9 +85,10 @@ void OptionButton::SetValue(bool chosen) {
     if (chosen == Value()) return;
     {
         const QSignalBlocker quiet(widget_);
-        OptionOf(widget_).setAutoExclusive(chosen);  // else Qt would not let the chosen one of a group go
+        QButtonGroup& group = *OptionOf(widget_).group();
+        group.setExclusive(chosen);  // else Qt would not let the chosen one of a group go
         OptionOf(widget_).setChecked(chosen);
-        OptionOf(widget_).setAutoExclusive(true);
+        group.setExclusive(true);
     }
     if (chosen && OnClick) OnClick();
 }

@@ -3,6 +3,7 @@
 #include "platform/toolkit.h"
 
 #include <QEvent>
+#include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <algorithm>
@@ -11,7 +12,35 @@ namespace vantrel {
 
 namespace {
 
-QSlider& SliderOf(QWidget* widget) { return *static_cast<QSlider*>(widget); }
+/// Lets go of its thumb when a message box, or another modal window, comes up while it is held: that window gets the
+/// release of the mouse button, and the thumb would follow the mouse for ever after.
+class SliderWidget : public QSlider {
+public:
+    SliderWidget() : QSlider(Qt::Horizontal) {}
+
+    void Blocked() {
+        was_blocked_ = true;
+        LetGo();
+    }
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override {
+        was_blocked_ = false;
+        QSlider::mousePressEvent(event);
+        if (was_blocked_) LetGo();  // Qt takes hold of the thumb only after it has moved it
+    }
+
+private:
+    void LetGo() {
+        const QSignalBlocker quiet(this);
+        QMouseEvent release(QEvent::MouseButtonRelease, {}, {}, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+        mouseReleaseEvent(&release);
+    }
+
+    bool was_blocked_ = false;
+};
+
+SliderWidget& SliderOf(QWidget* widget) { return *static_cast<SliderWidget*>(widget); }
 
 /// Pages of a twentieth: a range of any length is crossed in as many key presses.
 void FitPage(QSlider& slider) {
@@ -22,10 +51,14 @@ void FitPage(QSlider& slider) {
 }  // namespace
 
 Slider::Slider(const Place& place, const std::string& name, const Box& box)
-    : Control(place, name, box, new QSlider(Qt::Horizontal)) {
+    : Control(place, name, box, new SliderWidget) {
     widget_->setAccessibleName(ToQt(name));
     QObject::connect(&SliderOf(widget_), &QSlider::valueChanged, life_, [this] { Raise(OnScroll); });
     QObject::connect(&SliderOf(widget_), &QSlider::sliderReleased, life_, [this] { Raise(OnClick); });
+    WatchEvents(widget_->window(), life_, [this](QObject*, QEvent* event) {
+        if (event->type() == QEvent::WindowBlocked) SliderOf(widget_).Blocked();
+        return false;
+    });
 }
 
 int Slider::Value() const { return SliderOf(widget_).value(); }
