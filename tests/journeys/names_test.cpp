@@ -8,6 +8,7 @@
 #include "windows/Form2.h"
 #include "windows/Form3.h"
 #include "windows/Form4.h"
+#include "windows/Record_View_Draw.h"
 #include "windows/Set_Dev.h"
 #include "windows/about_form.h"
 
@@ -117,6 +118,16 @@ INSTANTIATE_TEST_SUITE_P(
         Named<DB_SET>("DB_SET", {{"QAbstractItemView", {"MSFlexGrid1"}},
                                  {"QComboBox", Array("Combo1", 4)},
                                  {"QAbstractButton", {"OK"}}}),
+        Named<Record_View_Draw>("Record_View_Draw",
+                                {{"QGroupBox", {"Frame1"}},
+                                 {"QComboBox", {"Combo_record", "Combo_chan"}},
+                                 {"QLabel", {"Label1", "Label2", "Label3", "Label4", "Data_RecordCount", "color_box"}},
+                                 {"QRadioButton", {"draw_all", "draw_limit"}},
+                                 {"QLineEdit",
+                                  {"draw_start", "draw_stop", "offset_box", "division_box", "Text1", "show_value"}},
+                                 {"QAbstractButton", {"Command1", "Command2", "Command3"}},
+                                 {"QWidget", {"draw_pic"}},
+                                 {"QSlider", {"Slider1"}}}),
         Named<about_form>("about_form", {{"QLabel", {"Picture1", "Label1", "Label2", "Label3", "Label4"}},
                                          {"QAbstractButton", {"Command1"}}})),
     [](const auto& window) { return window.param.name; });
