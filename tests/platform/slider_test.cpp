@@ -190,7 +190,7 @@ TEST_F(Sliders, A_message_at_the_release_comes_once) {
     EXPECT_EQ(user.Messages().size(), 1U);
 }
 
-TEST_F(Sliders, Another_control_takes_the_message_s_place_for_the_keys_unharmed) {
+TEST_F(Sliders, A_message_after_a_key_comes_once_and_leaves_the_keyboard_to_others) {
     slider.OnScroll = [] { MsgBox("no such row"); };
     user.Press("Bar", "Slider1", Qt::Key_Right);
     EXPECT_EQ(slider.Value(), 2);
