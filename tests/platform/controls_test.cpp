@@ -3,6 +3,7 @@
 #include "support/user.h"
 
 #include <QAbstractSpinBox>
+#include <QAccessible>
 #include <QDateTimeEdit>
 #include <QLineEdit>
 #include <QTabBar>
@@ -122,6 +123,15 @@ TEST_F(Controls, A_check_box_runs_its_click_for_a_user_and_for_an_assignment_tha
 TEST_F(Controls, A_button_with_a_picture_only_has_a_name_to_be_read_out) {
     EXPECT_EQ(trial.Command3.Widget()->accessibleName(), "Start");
     EXPECT_EQ(user.ToolTip("Trial", "Command3"), "Start");
+}
+
+TEST_F(Controls, A_label_is_read_out_by_its_caption_and_without_one_by_its_name) {
+    QAccessibleInterface* read = QAccessible::queryAccessibleInterface(trial.Label1.Widget());
+    EXPECT_EQ(read->text(QAccessible::Name), "Device:");
+    trial.Label1.SetCaption("");
+    EXPECT_EQ(read->text(QAccessible::Name), "Label1");
+    trial.Label1.SetCaption("Device:");
+    EXPECT_EQ(read->text(QAccessible::Name), "Device:");
 }
 
 TEST_F(Controls, A_label_can_be_clicked) {

@@ -54,6 +54,8 @@ std::string Label::Caption() const { return FromQt(LabelOf(widget_).text()); }
 
 void Label::SetCaption(const std::string& caption) {
     LabelOf(widget_).setText(ToQt(caption));
+    // Else a screen reader would give a colour swatch the caption of its frame.
+    widget_->setAccessibleName(caption.empty() ? widget_->objectName() : QString());
     LabelOf(widget_).Fit();
 }
 

@@ -9,6 +9,7 @@ with Desk() as desk:
     box = desk.Message()
     Expect((box.title, box.text, box.buttons), ("VANTREL", "End of Job.", ["OK"]))
     box.Press("OK")
+    Expect(main.Captions("pic_start", "pic_end"), {"pic_start": "1", "pic_end": " 160"}, "ends of the axis after a run")
     Expect(desk.Windows(), ["VANTREL MAIN"], "windows")
 
     main.Menu("exit_item")

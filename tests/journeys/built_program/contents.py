@@ -1,4 +1,4 @@
-"""What a window shows, control by control."""
+"""What windows and message boxes show: every control, every text."""
 
 from typing import NamedTuple
 
@@ -30,6 +30,13 @@ def ExpectContents(window, caption, controls):
               for name, shows in controls.items() if name not in grids and shows is not None}
     Expect(_Seen(window, others), others, f"controls on {caption}")
     _ExpectNoToolTip(window, [name for name, shows in controls.items() if name in grids or shows is None])
+
+
+def ExpectMessage(desk, text):
+    """A message box with the program's title, this text and one button, OK, comes, and is confirmed."""
+    box = desk.Message()
+    Expect((box.title_bar, box.text, box.buttons), ("VANTREL", text, ["OK"]), "message box")
+    box.Press("OK")
 
 
 def _Seen(window, names):

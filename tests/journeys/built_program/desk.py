@@ -15,6 +15,7 @@ accessible children of a window stand in the order in which its header declares 
 Everything that a Desk starts ends with it. Waiting is asking again until it is so, Until(...).
 """
 
+import contextlib
 import os
 import pathlib
 import re
@@ -237,8 +238,9 @@ class Control:
         """Puts a text in place of what the field holds."""
         left, top, _, height = self.Box()
         self._desk.ClickAt(left + 8, top + height // 2)
+        Until(lambda: self._State(a11y.focused), f"{self.name} takes the keys")
         self._desk.Keys("ctrl+a")
-        self._desk.XDo("type", "--delay", "10", text)
+        self._desk.XDo("type", "--delay", "10", "--", text)
 
     def Entries(self):
         """Of a list box, or of the list of a combo box."""
@@ -448,8 +450,10 @@ class Desk:
 
     def IsOnScreen(self, node):
         """Whether a window is; one that is only hidden stays on the bus."""
+        if self.program.poll() is not None:
+            return False
         try:
-            return node in self.WindowNodes() and self.bus.States([node])[0] >> a11y.showing & 1
+            return node in self.bus.Children(self._root) and self.bus.States([node])[0] >> a11y.showing & 1
         except GLib.Error:
             return False  # it has gone between the two questions
 
@@ -539,6 +543,14 @@ class Desk:
     def Sent(self, dev=0):
         """What was sent to the instrument at this place."""
         return [text for place, arrow, text in self.Wire() if place == dev and arrow == ">"]
+
+    def MakeRecord(self, record, readings):
+        """A record as the program leaves one, with a row for each of these readings, which are those of channel 1."""
+        columns = ["NUM", "Time"] + [f"Ch{ch}" for ch in range(1, 21)]
+        rows = ([str(num), "2024-05-06 07:08:09", reading] + [" "] * 19 for num, reading in enumerate(readings, 1))
+        with contextlib.closing(sqlite3.connect(self.folder / "db" / f"{record}.mdb")) as engine, engine:
+            engine.execute(f"create table DATA ({', '.join(column + ' TEXT' for column in columns)})")
+            engine.executemany(f"insert into DATA values ({', '.join('?' * len(columns))})", rows)
 
     def Rows(self, record="Record1"):
         """Rows of a record file, in stored order."""

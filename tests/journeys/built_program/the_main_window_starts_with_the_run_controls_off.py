@@ -16,7 +16,8 @@ captions = {
     "pic_end": "160",
 }
 tool_tips = {"Command3": "Start", "Command4": "Stop", "Command6": "See Value .", "Command8": "Set Draw",
-             "Command10": "Set Record", "Command7": "Open Record", "Command9": "Record Draw", "Command5": "Printer"}
+             "Command10": "Set Record", "Command7": "Open Record", "Command9": "Record Draw", "Command5": "Printer",
+             "Command1": "Move the zero line up", "Command2": "Move the zero line down"}
 off = {"set_sc", "set_read", "set_draw", "Command3", "Command4", "Command6", "Command8", "Command10"}
 separators = {"n1"}
 in_closed_menus = separators | {"set_sc", "set_read", "set_draw", "Connected_to_Instrument", "Record_View", "Record_Draw",
@@ -26,10 +27,12 @@ never_shown = {f"MSFlexGrid2({dev})" for dev in range(4)}
 
 with Desk() as desk:
     main = desk.Window("Form1")
-    Expect(main.Title(), "VANTREL MAIN")
+    Expect((main.Title(), main.TitleBar()), ("VANTREL MAIN", "VANTREL MAIN"), "caption")
     Expect(desk.Windows(), ["VANTREL MAIN"], "windows")
     Expect(main.Captions(*captions), captions, "captions")
-    Expect(main.ToolTips(*tool_tips), tool_tips, "tool tips")
+    Expect(main.ToolTips(), {name: tool_tips.get(name, "") for name in main.Names()}, "tool tips")
+    # A button shows a picture only; to a screen reader its tool tip is its name.
+    Expect(main.Captions(*tool_tips), tool_tips, "names of the buttons")
     Expect(main.Enabled(), {name: name not in off | separators for name in main.Names()}, "enabled")
     hidden = in_closed_menus | on_hidden_pages | never_shown
     Expect(main.Visible(), {name: name not in hidden for name in main.Names()}, "visible")
