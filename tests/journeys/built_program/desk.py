@@ -186,7 +186,7 @@ class _Window:
         return self._desk.bus.Box(self._node)
 
     def WaitGone(self):
-        Until(lambda: not self._desk.IsOnScreen(self._node), "the window goes")
+        self._desk.WaitGone(self._node, "the window")
 
 
 class Control:
@@ -348,7 +348,7 @@ class _Message:
 
     def Press(self, button):
         Control(self._desk, self._buttons[button], button).Click()
-        Until(lambda: not self._desk.IsOnScreen(self._node), "the message box goes")
+        self._desk.WaitGone(self._node, "the message box")
 
 
 # ---- The desk
@@ -371,13 +371,13 @@ class Desk:
             self._StartScreen()
             self._StartBus()
             self._StartProgram()
-        except BaseException:
-            self._CleanUp()
+        except BaseException as fault:
+            self.__exit__(fault)
             raise
         return self
 
     def __exit__(self, fault, *_):
-        if fault:
+        if fault and "DISPLAY" in self.environment:
             subprocess.run(["import", "-silent", "-window", "root", _name_of_the_test + ".png"], env=self.environment)
         self._CleanUp()
 
@@ -415,9 +415,10 @@ class Desk:
             self.environment.pop(name, None)
         screen = self._StartTelling("Xvfb", "-screen", "0", "1600x900x24", "-nolisten", "tcp", "-noreset", "-displayfd", "")
         self.environment.update(DISPLAY=":" + screen, XDG_RUNTIME_DIR=str(self._runtime))
-        self._Start("openbox")
-        Until(lambda: b"window id" in subprocess.run(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], env=self.environment,
-                                                     capture_output=True).stdout, "openbox manages the windows")
+        # It tells when it is ready: a window that comes before would be left alone.
+        managed = self._runtime / "managed"
+        self._Start("openbox", "--startup", f"touch {managed}")
+        Until(managed.exists, "openbox manages the windows")
 
     def _StartBus(self):
         socket = f"--address=unix:path={self._runtime}/session"
@@ -456,6 +457,17 @@ class Desk:
             return node in self.bus.Children(self._root) and self.bus.States([node])[0] >> a11y.showing & 1
         except GLib.Error:
             return False  # it has gone between the two questions
+
+    def WaitGone(self, node, what):
+        """Waits until this window has gone and another one has the keys: what lay under it takes clicks from then on."""
+        Until(lambda: not self.IsOnScreen(node), f"{what} goes")
+        Until(lambda: self.program.poll() is not None or self._HasActive(), f"another window takes the place of {what}")
+
+    def _HasActive(self):
+        try:
+            return any(state >> a11y.active & 1 for state in self.bus.States(self.bus.Children(self._root)))
+        except GLib.Error:
+            return False  # one has gone between the two questions
 
     def _Up(self, fits):
         """The window that `fits`, once it is active and at rest; None before."""
