@@ -40,7 +40,10 @@ WaitQuestion() { WaitUntil "$hang_on" HasQuestion || Fail "nobody asks before th
 
 HasQuestion() { question=$(xdotool getactivewindow) && [[ $question != "$dialog" && $question != "$browser" ]] && IsUp "$question"; }
 
-ExpectFile() { cmp <(ExpectedBytes) "$file" || Fail "the file is not the page"; }
+# The file is written when the dialog has gone.
+HasPage() { cmp -s <(ExpectedBytes) "$file"; }
+
+ExpectFile() { WaitUntil "$hang_on" HasPage || Fail "the file is not the page"; }
 
 MakeRecord
 OpenProgram

@@ -1,14 +1,14 @@
 from desk import Desk, Expect, Until
 from run_controls import ExpectOn, all_off, idle, idle_in_run, in_run
 
-# Each pass lasts for a dozen polls: long enough to look around after Stop.
+# Each pass lasts for two dozen polls: long enough to look around after Stop.
 unhurried_bench = """
 instrument GPIB0::7::INSTR
   identity "Orlane,M3605,Q1,1.02"
   serial "Slow scanner"
   card 1
   channel 1-3 VOLT
-  counts 0 1 1 1 1 1 2 2 2 2 2 2 3
+  counts 0 1 1 1 1 1 1 1 1 1 1 1 2 2 2 2 2 2 2 2 2 2 2 2 3
 """
 
 with Desk(unhurried_bench) as desk:
