@@ -234,11 +234,17 @@ class Control:
                 pass  # no field
         raise Failure(f"{self.name} has no text")
 
+    def Focus(self):
+        """Clicks into the field if it does not have the focus. Keys that follow are not to overtake the click, which goes
+        through the window manager."""
+        if not self._State(a11y.focused):
+            left, top, _, height = self.Box()
+            self._desk.ClickAt(left + 8, top + height // 2)
+            Until(lambda: self._State(a11y.focused), f"{self.name} gets the focus")
+
     def Type(self, text):
         """Puts a text in place of what the field holds."""
-        left, top, _, height = self.Box()
-        self._desk.ClickAt(left + 8, top + height // 2)
-        Until(lambda: self._State(a11y.focused), f"{self.name} takes the keys")
+        self.Focus()
         self._desk.Keys("ctrl+a")
         self._desk.XDo("type", "--delay", "10", "--", text)
 
@@ -257,6 +263,8 @@ class Control:
         popup = self._bus.Children(self._node)[0]
         Until(lambda: self._bus.States([popup])[0] >> a11y.showing & 1, f"the list of {self.name} opens")
         self._desk.Keys("Home", *["Down"] * place, "Return")
+        # An open list would swallow the next click.
+        Until(lambda: not self._bus.States([popup])[0] >> a11y.showing & 1, f"the list of {self.name} closes")
 
     # List boxes
 
@@ -371,8 +379,8 @@ class Desk:
             self._StartScreen()
             self._StartBus()
             self._StartProgram()
-        except BaseException as fault:
-            self.__exit__(fault)
+        except BaseException:
+            self.__exit__(*sys.exc_info())
             raise
         return self
 
@@ -411,14 +419,14 @@ class Desk:
         return line
 
     def _StartScreen(self):
-        for name in ("WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "QT_SCALE_FACTOR"):
+        for name in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "QT_SCALE_FACTOR"):
             self.environment.pop(name, None)
         screen = self._StartTelling("Xvfb", "-screen", "0", "1600x900x24", "-nolisten", "tcp", "-noreset", "-displayfd", "")
         self.environment.update(DISPLAY=":" + screen, XDG_RUNTIME_DIR=str(self._runtime))
-        # It tells when it is ready: a window that comes before would be left alone.
-        managed = self._runtime / "managed"
-        self._Start("openbox", "--startup", f"touch {managed}")
-        Until(managed.exists, "openbox manages the windows")
+        # A window that comes while the window manager still starts does not become the active one.
+        runs = self._runtime / "openbox.runs"
+        self._Start("openbox", "--startup", f"touch {runs}")
+        Until(runs.exists, "openbox manages the windows")
 
     def _StartBus(self):
         socket = f"--address=unix:path={self._runtime}/session"
