@@ -9,6 +9,7 @@
 #include "windows/Form3.h"
 #include "windows/Form4.h"
 #include "windows/Record_View_Draw.h"
+#include "windows/Record_View_Form.h"
 #include "windows/Set_Dev.h"
 #include "windows/about_form.h"
 
@@ -128,6 +129,11 @@ INSTANTIATE_TEST_SUITE_P(
                                  {"QAbstractButton", {"Command1", "Command2", "Command3"}},
                                  {"QWidget", {"draw_pic"}},
                                  {"QSlider", {"Slider1"}}}),
+        Named<Record_View_Form>("Record_View_Form",
+                                {{"QListWidget", {"List1"}},
+                                 {"QAbstractButton",
+                                  {"Command1", "Command2", "Command3", "Command4", "Command5", "prev_DB", "next_DB"}},
+                                 {"QAbstractItemView", {"MSFlexGrid1"}}}),
         Named<about_form>("about_form", {{"QLabel", {"Picture1", "Label1", "Label2", "Label3", "Label4"}},
                                          {"QAbstractButton", {"Command1"}}})),
     [](const auto& window) { return window.param.name; });

@@ -17,6 +17,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QTabBar>
 #include <QTabWidget>
@@ -157,16 +158,23 @@ int User::Index(const std::string& window, const std::string& control) const {
     QWidget* found = FindControl(window, control);
     if (auto* combo = qobject_cast<QComboBox*>(found)) return combo->currentIndex();
     if (auto* tabs = qobject_cast<QTabWidget*>(found)) return tabs->currentIndex();
+    if (auto* list = qobject_cast<QListWidget*>(found)) {
+        const QModelIndexList selected = list->selectionModel()->selectedIndexes();
+        return selected.isEmpty() ? -1 : selected.constFirst().row();
+    }
     if (found && found->property("value").isValid()) return found->property("value").toInt();
     if (found) ADD_FAILURE() << control << " has no index";
     return -1;
 }
 
-std::vector<std::string> User::Entries(const std::string& window, const std::string& combo) const {
+std::vector<std::string> User::Entries(const std::string& window, const std::string& control) const {
     std::vector<std::string> entries;
-    auto* found = qobject_cast<QComboBox*>(FindControl(window, combo));
-    if (!found) ADD_FAILURE() << combo << " is no combo";
-    for (int i = 0; found && i < found->count(); ++i) entries.push_back(FromQt(found->itemText(i)));
+    QWidget* found = FindControl(window, control);
+    auto* combo = qobject_cast<QComboBox*>(found);
+    auto* list = qobject_cast<QListWidget*>(found);
+    if (!combo && !list) ADD_FAILURE() << control << " is no combo and no list";
+    for (int i = 0; combo && i < combo->count(); ++i) entries.push_back(FromQt(combo->itemText(i)));
+    for (int i = 0; list && i < list->count(); ++i) entries.push_back(FromQt(list->item(i)->text()));
     return entries;
 }
 
@@ -293,6 +301,20 @@ void User::Pick(const std::string& window, const std::string& combo, const std::
     box->showPopup();
     box->view()->setCurrentIndex(box->model()->index(at, box->modelColumn(), box->rootModelIndex()));
     QTest::keyClick(box->view(), Qt::Key_Return);
+    DoEvents();
+}
+
+void User::Choose(const std::string& window, const std::string& list, const std::string& entry) {
+    auto* entries = qobject_cast<QListWidget*>(Usable(window, list));
+    if (!entries) return;
+    const auto found = entries->findItems(ToQt(entry), Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (found.size() != 1) {
+        ADD_FAILURE() << list << " of " << window << " has " << found.size() << " entries " << entry;
+        return;
+    }
+    entries->scrollToItem(found.front());
+    QTest::mouseClick(entries->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      entries->visualItemRect(found.front()).center());
     DoEvents();
 }
 

@@ -41,9 +41,10 @@ public:
     std::string ToolTip(const std::string& window, const std::string& control) const;
     std::string Caption(const std::string& window) const;
     bool Checked(const std::string& window, const std::string& control) const;
-    /// The current entry of a combo, tab of a tab strip or value of an up-down or slider.
+    /// The current entry of a combo, the selected one of a list (-1 for none), the tab of a tab strip or the value of
+    /// an up-down or slider.
     int Index(const std::string& window, const std::string& control) const;
-    std::vector<std::string> Entries(const std::string& window, const std::string& combo) const;
+    std::vector<std::string> Entries(const std::string& window, const std::string& control) const;
     std::string CellText(const std::string& window, const std::string& grid, int row, int col) const;
     Colour CellColour(const std::string& window, const std::string& grid, int row, int col) const;
     int RowCount(const std::string& window, const std::string& grid) const;
@@ -67,6 +68,8 @@ public:
     void Paste(const std::string& window, const std::string& control, const std::string& text);
     /// Opens a combo's list and picks `entry` from it.
     void Pick(const std::string& window, const std::string& combo, const std::string& entry);
+    /// Clicks on an entry of a list.
+    void Choose(const std::string& window, const std::string& list, const std::string& entry);
     /// Presses a key with the control focused.
     void Press(const std::string& window, const std::string& control, Qt::Key key,
                Qt::KeyboardModifiers modifiers = Qt::NoModifier);
