@@ -76,6 +76,12 @@ OpenFile::~OpenFile() {
     close(descriptor_);
 }
 
+std::size_t OpenFile::Size() const {
+    struct stat status {};
+    fstat(descriptor_, &status);
+    return static_cast<std::size_t>(status.st_size);
+}
+
 std::string OpenFile::Read(std::size_t offset, std::size_t count) const {
     std::string bytes(count, '\0');
     const ssize_t got = pread(descriptor_, bytes.data(), count, static_cast<off_t>(offset));

@@ -28,6 +28,7 @@ public:
 
     FileIdentity Identity() const { return identity_; }
     int Descriptor() const { return descriptor_; }
+    std::size_t Size() const;  ///< bytes
     /// Up to `count` bytes from `offset` on; fewer where the file ends.
     std::string Read(std::size_t offset, std::size_t count) const;
 

@@ -38,7 +38,10 @@ private:
     /// All entries with their bytes.
     std::map<std::string, std::string> Folder() const {
         std::map<std::string, std::string> entries;
-        for (const std::string& name : RecordFiles()) entries[name] = FileBytes(Entry(name));
+        for (const std::string& name : RecordFiles()) {
+            const bool is_folder = std::filesystem::is_directory(Entry(name));
+            entries[name] = is_folder ? "a folder" : FileBytes(Entry(name));
+        }
         return entries;
     }
 };

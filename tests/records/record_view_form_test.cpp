@@ -122,8 +122,8 @@ TEST_F(Browser, Is_worked_by_keys_alone) {
 TEST_F(Browser, Is_worked_beside_the_main_window_when_the_tool_bar_opened_it) {
     OpenBrowser();
     EXPECT_FALSE(user.FindWindow(kBrowser)->isModal());
-    user.Click("Form1", "Command10");
-    EXPECT_TRUE(user.Sees("DB_SET"));
+    user.Menu("About");
+    EXPECT_TRUE(user.Sees("about_form"));
     EXPECT_TRUE(user.Sees(kBrowser));
 }
 

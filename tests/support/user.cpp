@@ -415,7 +415,7 @@ void User::MessageAppeared(QMessageBox& box) {
     messages_.push_back(text);
     const auto script = Take(message_scripts_, [&](const Script& it) { return text.find(it.on) != std::string::npos; });
     if (script) script->action();
-    if (!kept) return;
+    if (!kept || !kept->isVisible()) return;  // answered by the action
     const bool no = script && script->no;
     QAbstractButton* button = box.button(no ? QMessageBox::No : QMessageBox::Ok);
     if (!button && !no) button = box.button(QMessageBox::Yes);

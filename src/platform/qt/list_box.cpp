@@ -7,12 +7,22 @@ namespace vantrel {
 
 namespace {
 
+/// Qt makes the first entry the current one as soon as the list gets the focus, without selecting it; the arrow keys
+/// would then never come to it. Here they begin with it.
+class EntryList : public QListWidget {
+protected:
+    void focusInEvent(QFocusEvent* event) override {
+        QListWidget::focusInEvent(event);
+        if (selectedItems().isEmpty()) setCurrentItem(nullptr);
+    }
+};
+
 QListWidget& ListOf(QWidget* widget) { return *static_cast<QListWidget*>(widget); }
 
 }  // namespace
 
 ListBox::ListBox(const Place& place, const std::string& name, const Box& box)
-    : Control(place, name, box, new QListWidget) {
+    : Control(place, name, box, new EntryList) {
     ListOf(widget_).setUniformItemSizes(true);
     widget_->setAccessibleName(ToQt(name));
 }

@@ -40,6 +40,15 @@ void Check(int code) {
     if (code != SQLITE_OK) throw RunTimeError(ErrorNumberOf(code));
 }
 
+/// The size of a database's pages in bytes, from its header.
+std::size_t PageSize(std::string_view header) {
+    constexpr std::size_t kOffset = 16;
+    constexpr std::size_t kLargest = 65536;  // does not fit into its two bytes and is written as 1
+    const auto byte = [&](std::size_t i) { return static_cast<std::size_t>(static_cast<unsigned char>(header[i])); };
+    const std::size_t size = byte(kOffset) * 256 + byte(kOffset + 1);
+    return size <= 1 ? kLargest : size;
+}
+
 /// Called while another has the file locked: nonzero to try again.
 int WaitForLock(void*, int tries) {
     if (tries >= kBusySteps) return 0;
@@ -103,7 +112,7 @@ void Statement::Read(int column, Text* value) const {
 }
 
 Connection::Connection(const std::string& path, bool is_new) : file_(OpenFile::Hold(path)) {
-    if (!is_new) CheckFormat();
+    if (!is_new) CheckFormat(path);
     const std::filesystem::path whole_path = std::filesystem::absolute(path);
     // The journal lies beside the file: without the right to make one there every write would fail later.
     if (access(whole_path.parent_path().c_str(), W_OK) != 0) throw RunTimeError(kNoPermission);
@@ -123,11 +132,15 @@ Connection::Connection(const std::string& path, bool is_new) : file_(OpenFile::H
 
 /// Looked at before the engine touches the file, since the engine takes an empty file for a database and may play a
 /// journal back into any.
-void Connection::CheckFormat() const {
+void Connection::CheckFormat(const std::string& path) const {
     constexpr std::string_view kMagic("SQLite format 3\0", 16);
     constexpr std::size_t kHeaderSize = 100;
     const std::string header = file_->Read(0, kHeaderSize);
     if (header.size() < kHeaderSize || !header.starts_with(kMagic)) throw RunTimeError(kNotADatabase);
+    // The engine misses whole pages by itself, but reads zeros where a part of the last one is missing. A journal tells
+    // of a write that was broken off, which the engine takes back.
+    const bool has_journal = access((path + "-journal").c_str(), F_OK) == 0;
+    if (file_->Size() % PageSize(header) != 0 && !has_journal) throw RunTimeError(kNotADatabase);
 }
 
 void Connection::Configure() {

@@ -93,7 +93,7 @@ public:
 private:
     /// Its name as it stands in the file; Null for no such table.
     Text StoredName(std::string_view name);
-    void CheckFormat() const;
+    void CheckFormat(const std::string& path) const;
     void Configure();
 
     std::shared_ptr<OpenFile> file_;
