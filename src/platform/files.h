@@ -22,7 +22,8 @@ std::string RecordFilePath(const std::string& name);
 std::string DbEntryPath(const std::string& entry);
 
 /// The entries of the folder "db" whose names end in exactly ".mdb", folders among them, with their extension, in the
-/// order in which the system lists them. A folder that cannot be read has none.
+/// order in which the system lists them. A point at the beginning hides no name: a record may bear it. A folder that
+/// cannot be read has none.
 std::vector<std::string> DbEntries();
 
 /// True if a file of any kind but a folder stands at `path`: hidden, read-only and system files count.
