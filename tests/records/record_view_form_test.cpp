@@ -307,6 +307,20 @@ TEST_F(OpenedRecord, Is_left_closed) {
     EXPECT_FALSE(FileExists(Entry("Record1.mdb")));
 }
 
+TEST_F(OpenedRecord, Lets_nothing_else_run_while_it_is_loaded) {
+    MakeRecord(Entry("Record1.mdb"), 1500);
+    OpenBrowser();
+    Choose("Record1.mdb");
+    bool has_run = false;
+    QMetaObject::invokeMethod(
+        qApp, [&] { has_run = true; }, Qt::QueuedConnection);
+    The<Record_View_Form>().Command2_Click();
+    EXPECT_EQ(ShownNumbers(), Counting(1, 1000));
+    EXPECT_FALSE(has_run);
+    DoEvents();
+    EXPECT_TRUE(has_run);
+}
+
 // ---- A record without rows
 
 TEST_F(OpenedRecord, Without_rows_leaves_the_headings_alone_and_says_so) {
