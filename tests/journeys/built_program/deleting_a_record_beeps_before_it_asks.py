@@ -1,6 +1,5 @@
 import ctypes
 import sqlite3
-import subprocess
 
 from desk import Desk, Expect, Until
 
@@ -64,8 +63,7 @@ with Desk() as desk:
     MakeRecord(record)
     desk.Window("Form1")["Command7"].Click()
     browser = desk.Window("Record_View_Form")
-    left, top, _, _ = browser["List1"].Box()
-    desk.ClickAt(left + 20, top + 10)
+    browser["List1"].Entry("Record1.mdb").Click()
     events = ScreenEvents(desk.environment["DISPLAY"])
 
     browser["Command3"].Click()
@@ -73,15 +71,13 @@ with Desk() as desk:
     seen = events.SoFar()
     Expect(seen.count("bell"), 1, f"bells in {seen}")
     Expect(seen[0], "bell", f"first of {seen}")
-    title = subprocess.run(["xdotool", "getactivewindow", "getwindowname"], env=desk.environment, capture_output=True,
-                           text=True, check=True).stdout
-    Expect(title.strip(), "", "title")
+    Expect(desk.ActiveTitle().strip(), "", "title")
     Expect(box.text, 'Will you delete the "Record1.mdb"?')
     Expect(sorted(name.replace("&", "") for name in box.buttons), ["No", "Yes"])
     box.Press("No")
     Expect(record.exists(), True, "the record after No")
 
-    desk.ClickAt(left + 20, top + 10)
+    browser["List1"].Entry("Record1.mdb").Click()
     browser["Command3"].Click()
     desk.Message().Press("Yes")
     Until(lambda: not record.exists(), "the record is deleted")
