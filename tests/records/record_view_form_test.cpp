@@ -108,11 +108,26 @@ TEST_F(Browser, Is_gone_through_by_Tab_from_the_list_over_the_buttons_to_the_gri
 }
 
 TEST_F(Browser, Is_worked_by_keys_alone) {
-    MakeRecord(Entry("Record1.mdb"), 3, RowAndChannel);
+    MakeRecord(Entry("Record1.mdb"), 3);
     OpenBrowser();
-    user.Press(kBrowser, Qt::Key_Down);
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Space}) {
+        Fresh();
+        user.Press(kBrowser, "List1", key);
+        EXPECT_EQ(user.Index(kBrowser, "List1"), 0) << key;
+    }
     user.Press(kBrowser, "Command2", Qt::Key_Space);
     EXPECT_EQ(ShownNumbers(), Counting(1, 3));
+}
+
+TEST_F(Browser, Has_its_entries_selected_one_after_the_other_by_the_arrow_keys) {
+    for (const char* entry : {"a.mdb", "b.mdb", "c.mdb"}) MakeRecord(Entry(entry), 1);
+    OpenBrowser();
+    std::vector<int> selected;
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Up}) {
+        user.Press(kBrowser, "List1", key);
+        selected.push_back(user.Index(kBrowser, "List1"));
+    }
+    EXPECT_EQ(selected, (std::vector<int>{0, 1, 2, 1}));
 }
 
 TEST_F(Browser, Is_worked_beside_the_main_window_when_the_tool_bar_opened_it) {

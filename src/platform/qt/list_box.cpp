@@ -1,19 +1,23 @@
 #include "platform/qt/text.h"
 #include "platform/toolkit.h"
 
+#include <QKeyEvent>
 #include <QListWidget>
 
 namespace vantrel {
 
 namespace {
 
-/// Qt makes the first entry the current one as soon as the list gets the focus, without selecting it; the arrow keys
-/// would then never come to it. Here they begin with it.
+/// Qt makes the first entry the current one as soon as the list gets the focus, without selecting it, and the arrow
+/// keys pass it by. Here they begin with it.
 class EntryList : public QListWidget {
 protected:
-    void focusInEvent(QFocusEvent* event) override {
-        QListWidget::focusInEvent(event);
-        if (selectedItems().isEmpty()) setCurrentItem(nullptr);
+    void keyPressEvent(QKeyEvent* event) override {
+        const bool is_arrow = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+        if (is_arrow && currentItem() && selectedItems().isEmpty())
+            currentItem()->setSelected(true);
+        else
+            QListWidget::keyPressEvent(event);
     }
 };
 
