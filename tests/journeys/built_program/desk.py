@@ -535,21 +535,33 @@ class Desk:
     # Whole steps
 
     def Connect(self, *rows):
-        """Ticks these rows of the Connect dialog, or the first one, and waits until the devices are there."""
+        """Ticks these rows of the Connect dialog and no others, or the first one, and waits until the devices are there.
+        Gives the rows that came up ticked."""
         self.Window("Form1").Menu("Connected_to_Instrument")
         connect = self.Window("Connect")
-        for row in rows or [0]:
-            connect[f"Check1({row})"].Click()
-            Until(connect[f"Check1({row})"].Checked, f"row {row} is ticked")
+        boxes = [f"Check1({row})" for row in range(len(connect["MSFlexGrid1"].Cells()) - 1)]
+        ticked = list(connect.Checked(*boxes).values()) if boxes else []
+        for row, box in enumerate(boxes):
+            wanted = row in (rows or [0])
+            if ticked[row] != wanted:
+                connect[box].Click()
+                Until(lambda: connect[box].Checked() == wanted, f"the tick of row {row} changes")
         connect["Command2"].Click()
         connect.WaitGone()
         Until(lambda: self.Window("Form1")["Command3"].Enabled(), "Start is on")
+        return [row for row, tick in enumerate(ticked) if tick]
 
     def AssignRecord(self, record="Record1", dev=0):
         """Sets the record of a device."""
+        self.AssignRecords({dev: record})
+
+    def AssignRecords(self, records):
+        """Sets the records of devices, {dev: record}."""
         self.Window("Form1")["Command10"].Click()
         dialog = self.Window("DB_SET")
-        dialog[f"Combo1({dev})"].Pick(record)
+        for dev, record in records.items():
+            dialog[f"Combo1({dev})"].Pick(record)
+            Until(lambda: dialog[f"Combo1({dev})"].Text() == record, f"device {dev} has {record}")
         dialog["OK"].Click()
         dialog.WaitGone()
 
