@@ -3,6 +3,8 @@
 #include "platform/files.h"
 #include "platform/text.h"
 
+#include <algorithm>
+
 namespace vantrel {
 
 namespace {
@@ -110,7 +112,6 @@ void Record_View_Draw::Draw() {
     try {
         Draw_Chosen(++draws_);
     } catch (const RunTimeError& error) {
-        Record_Db.Close();
         Return_To(before);
         Refuse(error);
     }
@@ -126,17 +127,36 @@ void Record_View_Draw::Draw_Chosen(int draw) {
 }
 
 Record_View_Draw::Standing Record_View_Draw::Stand() const {
-    return {Record_Path, Record_Channel, Slider1.Min(), Slider1.Max(), Slider1.Value()};
+    return {.database = Record_Db,
+            .rows = Record_Rs,
+            .path = Record_Path,
+            .channel = Record_Channel,
+            .row_index = Row_Index,
+            .row_first = Row_First,
+            .row_last = Row_Last,
+            .slider_min = Slider1.Min(),
+            .slider_max = Slider1.Max(),
+            .slider_value = Slider1.Value(),
+            .slider_enabled = Slider1.Enabled(),
+            .draws = draws_,
+            .lines_kept = lines_kept_};
 }
 
 void Record_View_Draw::Return_To(const Standing& standing) {
+    Record_Db = standing.database;
+    Record_Rs = standing.rows;
     Record_Path = standing.path;
     Record_Channel = standing.channel;
+    Row_Index = standing.row_index;
+    Row_First = standing.row_first;
+    Row_Last = standing.row_last;
     Slider1.SetMin(standing.slider_min);
     Slider1.SetMax(standing.slider_max);
     Slider1.SetValue(standing.slider_value);
-    Slider1.SetEnabled(true);
+    Slider1.SetEnabled(standing.slider_enabled);
+    draws_ = standing.draws;
     draw_pic.KeepLines(lines_kept_);
+    lines_kept_ = std::min(lines_kept_, standing.lines_kept);  // Clean may have taken all lines away meanwhile
 }
 
 void Record_View_Draw::Command2_Click() {

@@ -4,6 +4,7 @@
 #include "records/record_store.h"
 #include "windows/Record_View_Draw.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -84,7 +85,8 @@ void Record_View_Draw::Take_Range() {
     Row_First = draw_limit.Value() ? Val(draw_start.Text()) : 1;
     Row_Last = draw_limit.Value() ? Val(draw_stop.Text()) : count;
     if (Row_First == Row_Last) throw RunTimeError(kDivisionByZero, "A line needs two rows, and there is only one.");
-    if (Row_Last > count && Is_Channel(Combo_chan.Text())) throw RunTimeError(kNoCurrentRecord, Not_There(count + 1));
+    if (Row_Last > count && Is_Channel(Combo_chan.Text()))
+        throw RunTimeError(kNoCurrentRecord, Not_There(std::max(Row_First, count + 1)));
 }
 
 void Record_View_Draw::Draw_Rows(int draw) {

@@ -57,14 +57,21 @@ struct Record_View_Draw : Window {
     /// Opens the record at `path` into Record_Db and all its rows into Record_Rs.
     void Open_Draw_Record(const std::string& path);
     /// Draws the channel over the range, after a repair of the row numbers in the file. Yields after every row. What
-    /// cannot be drawn is a run-time error that says what it is; what the repair wrote is then taken back.
+    /// cannot be drawn is a run-time error that says what it is; what the repair wrote is then taken back, unless rows
+    /// have been drawn already.
     void Draw_Record();
 
 private:
-    /// What a Draw that fails leaves as it found it.
+    /// What a Draw that fails leaves as it found it. So a Draw in the yield of which it was pressed goes on.
     struct Standing {
+        Database database;
+        Recordset rows;
         std::string path, channel;
+        double row_index, row_first, row_last;
         int slider_min, slider_max, slider_value;
+        bool slider_enabled;
+        int draws;
+        std::size_t lines_kept;
     };
     Standing Stand() const;
     void Return_To(const Standing& standing);
@@ -82,7 +89,8 @@ private:
     /// The text of `channel`, "CH1" to "CH20", in row `row`; `otherwise` for any other channel.
     std::string Stored_Text(Database& database, double row, const std::string& channel, const std::string& otherwise);
 
-    int draws_ = 0;  ///< Draws so far; closing the dialog counts as one. A later one ends the one under way.
+    int draws_ = 0;  ///< Draws so far but for those that failed; closing the dialog counts as one. A later one ends the
+                     ///< one under way.
     std::size_t lines_kept_ = 0;  ///< lines on draw_pic that do not belong to the Draw under way
 };
 
