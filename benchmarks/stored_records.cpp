@@ -1,7 +1,7 @@
 // Looking at a stored record of 100,000 rows: a page of the browser, and a plot of 25,000 rows, against the bare
 // database library and bare painting.
-#include "platform/dbengine.h"
 #include "ratio.h"
+#include "support/records.h"
 #include "support/temp_folder.h"
 #include "windows/Record_View_Draw.h"
 #include "windows/Record_View_Form.h"
@@ -22,31 +22,10 @@ constexpr int kPage = 1000;
 constexpr int kPlotted = 25000;
 constexpr int kColumns = 22;
 
-std::string Reading(int row) { return Str(4 * std::sin(0.003 * row) + 0.3 * std::sin(0.7 * row)); }
-
 std::string RecordPath() { return DbEntryPath("Record1.mdb"); }
 
-void MakeRecord() {
-    const std::string path = RecordPath();
-    Database database = TheDBEngine().CreateDatabase(path, "", 2);
-    TableDef table;
-    table.Name = "DATA";
-    table.Fields.Append({"NUM"});
-    table.Fields.Append({"Time"});
-    for (int i = 1; i <= 20; ++i) table.Fields.Append({"Ch" + std::to_string(i)});
-    database.AppendTableDef(table);
-    Recordset rows = database.OpenRecordset("select * from data");
-    const DateTime now = Now();
-    Database::Transaction filling(database);
-    for (int row = 1; row <= kRows; ++row) {
-        rows.AddNew();
-        rows.Set("num", static_cast<double>(row));
-        rows.Set("Time", now);
-        for (int i = 1; i <= 20; ++i) rows.Set("CH" + std::to_string(i), Reading(row + i));
-        rows.Update();
-    }
-    filling.Commit();
-    database.Close();
+std::string Reading(int row, int channel) {
+    return Str(4 * std::sin(0.003 * row) + 0.3 * std::sin(0.7 * (row + channel)));
 }
 
 /// The bare library on the same file.
@@ -152,7 +131,7 @@ BENCHMARK(PlotRange)->UseManualTime()->Unit(benchmark::kMicrosecond);
 int main(int argc, char** argv) {
     {
         const vantrel::TempAppFolder folder;
-        vantrel::MakeRecord();
+        vantrel::MakeRecord(vantrel::RecordPath(), vantrel::kRows, vantrel::Reading);
         vantrel::RunBenchmarksWithWindows(argc, argv);
     }
     vantrel::ExitNow(0);

@@ -36,6 +36,10 @@ struct Drawing {
     int width = 0;   ///< pixels
     int height = 0;  ///< pixels
     std::vector<Fill> fills;
+
+    void Add(int x, int y, int fill_width, int fill_height, Colour colour) {
+        fills.push_back({x, y, fill_width, fill_height, colour});
+    }
 };
 
 }  // namespace vantrel

@@ -20,16 +20,13 @@ constexpr std::array kRows = {32, 66, 99, 132, 166, 199, 232, 265, 299};
 
 Drawing RecordPlotBackground() {
     Drawing drawing{kWidth, kHeight, {}};
-    auto fill = [&drawing](int x, int y, int width, int height, Colour colour) {
-        drawing.fills.push_back({x, y, width, height, colour});
-    };
-    fill(0, 0, kWidth, kHeight, kBlack);
-    for (const int x : kColumns) fill(x, 0, 2, kHeight, kGrid);
-    for (const int y : kRows) fill(0, y, kWidth, 2, kGrid);
+    drawing.Add(0, 0, kWidth, kHeight, kBlack);
+    for (const int x : kColumns) drawing.Add(x, 0, 2, kHeight, kGrid);
+    for (const int y : kRows) drawing.Add(0, y, kWidth, 2, kGrid);
 
-    fill(0, 0, 1, kHeight, kGrid);
-    fill(kWidth - 1, 0, 1, kHeight, kGrid);
-    fill(0, kHeight - 1, kWidth, 1, kGrid);
+    drawing.Add(0, 0, 1, kHeight, kGrid);
+    drawing.Add(kWidth - 1, 0, 1, kHeight, kGrid);
+    drawing.Add(0, kHeight - 1, kWidth, 1, kGrid);
     return drawing;
 }
 

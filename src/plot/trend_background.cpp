@@ -25,19 +25,16 @@ constexpr std::array kRows = {35, 69, 102, 135, 169, 202, 235, 268, 302, 336, 37
 
 Drawing TrendBackground() {
     Drawing drawing{kWidth, kHeight, {}};
-    auto fill = [&drawing](int x, int y, int width, int height, Colour colour) {
-        drawing.fills.push_back({x, y, width, height, colour});
-    };
-    fill(0, 0, kWidth, kHeight, kWhite);
-    for (const int x : kColumns) fill(x, 0, 2, kHeight, kGrid);
-    for (const int y : kRows) fill(0, y, kInside, 2, kGrid);
+    drawing.Add(0, 0, kWidth, kHeight, kWhite);
+    for (const int x : kColumns) drawing.Add(x, 0, 2, kHeight, kGrid);
+    for (const int y : kRows) drawing.Add(0, y, kInside, 2, kGrid);
 
-    fill(0, 2, kInside, 1, kFrameShade);
-    fill(0, 503, kWidth, 1, kGrid);
-    fill(0, 0, kWidth, 2, kFrame);
-    fill(0, 500, kWidth, 3, kFrame);
-    fill(0, 0, 2, 503, kFrame);
-    fill(kInside, 0, 4, 503, kFrame);
+    drawing.Add(0, 2, kInside, 1, kFrameShade);
+    drawing.Add(0, 503, kWidth, 1, kGrid);
+    drawing.Add(0, 0, kWidth, 2, kFrame);
+    drawing.Add(0, 500, kWidth, 3, kFrame);
+    drawing.Add(0, 0, 2, 503, kFrame);
+    drawing.Add(kInside, 0, 4, 503, kFrame);
     return drawing;
 }
 
