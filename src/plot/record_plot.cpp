@@ -33,12 +33,13 @@ std::string Holds_Nothing(double row, const std::string& channel) {
 void Record_View_Draw::Draw_Record() {
     const int draw = draws_;
     Slider1.SetEnabled(false);
+    const double y_scale = Divide(static_cast<double>(draw_pic.Height()) / kGridRows, Val(division_box.Text()));
     if (!Repair_Rows()) {
         MsgBox("The Record is NULL.");
     } else {
         Slider1.SetMax(static_cast<int>(RoundHalfEven(Row_Last)));
         Slider1.SetMin(static_cast<int>(RoundHalfEven(Row_First)));
-        Draw_Rows(draw);
+        Draw_Rows(draw, y_scale);
     }
     if (draws_ == draw) Slider1.SetEnabled(true);
 }
@@ -89,9 +90,8 @@ void Record_View_Draw::Take_Range() {
         throw RunTimeError(kNoCurrentRecord, Not_There(std::max(Row_First, count + 1)));
 }
 
-void Record_View_Draw::Draw_Rows(int draw) {
+void Record_View_Draw::Draw_Rows(int draw, double y_scale) {
     Database database = Record_Db;  // another record may be chosen meanwhile
-    const double y_scale = Divide(static_cast<double>(draw_pic.Height()) / kGridRows, Val(division_box.Text()));
     const double x_step = static_cast<double>(draw_pic.Width()) / (Row_Last - Row_First);
     const double base = static_cast<double>(draw_pic.Height()) / 2;
     double x = -x_step;

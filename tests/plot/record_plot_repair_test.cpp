@@ -192,6 +192,10 @@ protected:
             return "Row 4 is not in the record.";
         }
         Choose("Record1");
+        if (failure == "division too small") {
+            user.Type(kDialog, "division_box", "1E-307");
+            return ErrorText(kOverflow);
+        }
         return failure == "number that is none" ? ErrorText(kTypeMismatch)
                                                 : "The reading in row 3, behind a gap, is too large.";
     }
@@ -212,6 +216,7 @@ protected:
         if (failure == "fewer rows than counted") MakeNumbers("Record1", {"2", "3"});
         if (failure == "range behind the last row") MakeNumbers("Record1", {"2", "3"});
         if (failure == "number that is none") MakeNumbers("Record1", {"2", "x", "4"});
+        if (failure == "division too small") MakeWrongNumbers(0);
         if (failure == "overload behind a gap") MakeReadings("Record1", {"1", " ", "+9.9E+37", "4"});
     }
 };
@@ -244,6 +249,7 @@ TEST_P(FailedDraw, Does_not_stand_in_the_way_of_the_next) {
     SetUpFailure();
     Draw();
     Choose("Record2");
+    user.Type(kDialog, "division_box", "1");
     Draw();
     EXPECT_EQ(user.Messages().size(), 1U);
     ExpectedRecordPlot expected;
@@ -256,7 +262,7 @@ INSTANTIATE_TEST_SUITE_P(Record, FailedDraw,
                          testing::Values("one row with all", "Null in the channel", "Null where the range begins",
                                          "Null where the range ends", "number that is not found",
                                          "fewer rows than counted", "range behind the last row", "number that is none",
-                                         "overload behind a gap"),
+                                         "division too small", "overload behind a gap"),
                          [](const auto& name) {
                              std::string words = name.param;
                              std::ranges::replace(words, ' ', '_');
