@@ -99,10 +99,15 @@ class Bus:
         """Value, minimum and maximum of a slider."""
         return [self._Property([node], name, "Value")[0] for name in ("CurrentValue", "MinimumValue", "MaximumValue")]
 
-    def Cells(self, table):
-        """Nodes of the cells, row by row."""
-        rows, = self._Property([table], "NRows", "Table")
-        columns, = self._Property([table], "NColumns", "Table")
+    def Size(self, table):
+        """Rows and columns."""
+        sizes = (GLib.Variant("(ss)", ("org.a11y.atspi.Table", name)) for name in ("NRows", "NColumns"))
+        return self.Ask((table, "org.freedesktop.DBus.Properties", "Get", size) for size in sizes)
+
+    def Cells(self, table, rows=None):
+        """Nodes of the cells, row by row: of all rows, or of these."""
+        count, columns = self.Size(table)
+        rows = range(count) if rows is None else rows
         cells = self.Ask((table, "org.a11y.atspi.Table", "GetAccessibleAt", GLib.Variant("(ii)", (row, column)))
-                         for row in range(rows) for column in range(columns))
-        return [[node for _, node in cells[row * columns:(row + 1) * columns]] for row in range(rows)]
+                         for row in rows for column in range(columns))
+        return [[node for _, node in cells[i * columns:(i + 1) * columns]] for i in range(len(rows))]

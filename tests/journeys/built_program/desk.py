@@ -60,7 +60,7 @@ def Expect(seen, expected, what=""):
     raise Failure(f"{what}\n  seen:     {seen!r}\n  expected: {expected!r}")
 
 
-def Until(condition, what, seconds=a11y.hang_on):
+def Until(condition, what, seconds=a11y.hang_on, pause=0.02):
     """Asks again until `condition` holds, and gives its value; fails if it does not in so many seconds."""
     end = time.monotonic() + seconds
     while True:
@@ -69,7 +69,7 @@ def Until(condition, what, seconds=a11y.hang_on):
             return value
         if time.monotonic() > end:
             raise Failure(f"not within {seconds} s: {what}")
-        time.sleep(0.02)
+        time.sleep(pause)
 
 
 # ---- Windows
@@ -270,8 +270,17 @@ class Control:
 
     def Entry(self, text):
         """An entry as a control: Box, Click."""
-        row = self._bus.Cells(self._node)[self.Entries().index(text)]
-        return Control(self._desk, row[0], f"{self.name}[{text}]")
+        nodes = [row[0] for row in self._bus.Cells(self._node)]
+        return Control(self._desk, nodes[self._bus.Names(nodes).index(text)], f"{self.name}[{text}]")
+
+    def Selected(self):
+        """Texts of the selected entries; None while the list changes."""
+        try:
+            rows = [row[0] for row in self._bus.Cells(self._node)]
+            return [name for name, state in zip(self._bus.Names(rows), self._bus.States(rows))
+                    if state >> a11y.selected & 1]
+        except GLib.Error:
+            return None
 
     # Sliders
 
@@ -298,15 +307,19 @@ class Control:
 
     # Grids
 
-    def Cells(self):
-        """The texts, row by row, fixed ones and those out of sight included."""
-        cells = self._bus.Cells(self._node)
+    def RowCount(self):
+        """Of all rows, fixed ones and those out of sight included."""
+        return self._bus.Size(self._node)[0]
+
+    def Cells(self, rows=None):
+        """The texts, row by row: of all rows, or of these, by their number from 0."""
+        cells = self._bus.Cells(self._node, rows)
         texts = iter(self._bus.Names([node for row in cells for node in row]))
         return [[next(texts) for _ in row] for row in cells]
 
     def Cell(self, row, column):
         """A cell as a control: Box, Click, Picture."""
-        return Control(self._desk, self._bus.Cells(self._node)[row][column], f"{self.name}[{row}][{column}]")
+        return Control(self._desk, self._bus.Cells(self._node, [row])[0][column], f"{self.name}[{row}][{column}]")
 
     # Looks
 
@@ -322,6 +335,9 @@ class Picture:
         self._bytes = subprocess.run(
             ["import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{left}+{top}", "-depth", "8", "rgb:-"],
             env=desk.environment, stdout=subprocess.PIPE, check=True).stdout
+
+    def __eq__(self, other):
+        return (self.width, self._bytes) == (other.width, other._bytes)
 
     def At(self, x, y):
         """Red, green and blue."""
@@ -359,6 +375,16 @@ class _Message:
         self._desk.WaitGone(self._node, "the message box")
 
 
+class _Dialog:
+    """A dialog of the toolkit, with nothing in it that a test knows but where the keys go."""
+
+    def __init__(self, desk, node):
+        self._desk, self._node = desk, node
+
+    def WaitGone(self):
+        self._desk.WaitGone(self._node, "the dialog")
+
+
 # ---- The desk
 
 
@@ -378,6 +404,7 @@ class Desk:
         try:
             self._StartScreen()
             self._StartBus()
+            self._PutProgram()
             self._StartProgram()
         except BaseException:
             self.__exit__(*sys.exc_info())
@@ -434,20 +461,31 @@ class Desk:
         self.environment.update(DBUS_SESSION_BUS_ADDRESS=address, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
         self.bus = a11y.Bus(address)
 
-    def _StartProgram(self):
+    def _PutProgram(self):
         (self.folder / "db").mkdir()
-        program = self.folder / "vantrel"
         try:
-            os.link(self._program_file, program)
+            os.link(self._program_file, self.folder / "vantrel")
         except OSError:
-            shutil.copy2(self._program_file, program)
+            shutil.copy2(self._program_file, self.folder / "vantrel")
         (self.folder / "desk.bench").write_text(self._bench)
         path = [str(self._bench_folder)] + self.environment.get("LD_LIBRARY_PATH", "").split(":")
         self.environment.update(LD_LIBRARY_PATH=":".join(filter(None, path)), VANTREL_BENCH=str(self.folder / "desk.bench"),
                                 VANTREL_BENCH_LOG=str(self.wire_file))
-        self.program = self._Start(str(program))
+
+    def _StartProgram(self):
+        self.program = self._Start(str(self.folder / "vantrel"))
         self._root = Until(self.bus.Root, "the program is on the accessibility bus")
         self.Window("Form1")
+
+    def Kill(self):
+        """Ends the program without a chance for it to do anything more."""
+        self.program.kill()
+        self.program.wait()
+
+    def Restart(self):
+        """Starts the program, which has ended, once more on the same records."""
+        Until(lambda: not self.bus.Root(), "the old program leaves the accessibility bus")
+        self._StartProgram()
 
     # What is on the screen
 
@@ -507,6 +545,10 @@ class Desk:
     def Message(self):
         """Waits for a message box."""
         return _Message(self, Until(lambda: self._Up(self._IsMessage), "a message box comes"))
+
+    def Dialog(self, title):
+        """Waits for a dialog of the toolkit, for a file or a colour. Keys go to it."""
+        return _Dialog(self, Until(lambda: self._Up(lambda node: self.bus.Names([node])[0] == title), f"{title} comes"))
 
     def _IsMessage(self, node):
         return self.bus.Roles([node])[0].startswith("alert")
@@ -576,17 +618,32 @@ class Desk:
         """What was sent to the instrument at this place."""
         return [text for place, arrow, text in self.Wire() if place == dev and arrow == ">"]
 
-    def MakeRecord(self, record, readings):
-        """A record as the program leaves one, with a row for each of these readings, which are those of channel 1."""
+    def MakeRecord(self, record, readings, first=1):
+        """A record as the program leaves one, with a row for each of these readings, which are those of channel 1, or of
+        as many channels as there are in a tuple. The rows are numbered from `first`."""
         columns = ["NUM", "Time"] + [f"Ch{ch}" for ch in range(1, 21)]
-        rows = ([str(num), "2024-05-06 07:08:09", reading] + [" "] * 19 for num, reading in enumerate(readings, 1))
-        with contextlib.closing(sqlite3.connect(self.folder / "db" / f"{record}.mdb")) as engine, engine:
+
+        def Row(num, reading):
+            channels = (reading,) if isinstance(reading, str) else reading
+            return (str(num), "2024-05-06 07:08:09", *channels, *[" "] * (20 - len(channels)))
+
+        with self.Engine(record) as engine:
             engine.execute(f"create table DATA ({', '.join(column + ' TEXT' for column in columns)})")
-            engine.executemany(f"insert into DATA values ({', '.join('?' * len(columns))})", rows)
+            engine.executemany(f"insert into DATA values ({', '.join('?' * len(columns))})",
+                               (Row(num, reading) for num, reading in enumerate(readings, first)))
+
+    @contextlib.contextmanager
+    def Engine(self, record):
+        """A record file in another hand, for one commit."""
+        with contextlib.closing(sqlite3.connect(self.RecordFile(record))) as engine, engine:
+            yield engine
+
+    def RecordFile(self, record):
+        return self.folder / "db" / f"{record}.mdb"
 
     def Rows(self, record="Record1"):
         """Rows of a record file, in stored order."""
-        file = self.folder / "db" / f"{record}.mdb"
+        file = self.RecordFile(record)
         if not file.exists():
             return []
         engine = sqlite3.connect(f"{file.as_uri()}?mode=ro", uri=True)

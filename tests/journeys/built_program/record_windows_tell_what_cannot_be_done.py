@@ -1,16 +1,6 @@
-import contextlib
-import sqlite3
-
+from browsing import AnswerDelete
 from contents import ExpectMessage
 from desk import Desk, Expect, Until
-
-
-def AnswerDelete(answer):
-    browser["List1"].Entry("Record2.mdb").Click()
-    browser["Command3"].Click()
-    box = desk.Message()
-    Expect((box.title_bar, box.text, box.buttons), (" ", 'Will you delete the "Record2.mdb"?', ["Yes", "No"]), "question")
-    box.Press(answer)
 
 
 def DrawRange(first, last):
@@ -32,9 +22,9 @@ with Desk() as desk:
     browser["List1"].Entry("Record2.mdb").Click()
     browser["Command2"].Click()
     ExpectMessage(desk, "The Record is NULL")
-    AnswerDelete("No")
+    AnswerDelete(desk, browser, "Record2", "No")
     Expect("Record2.mdb" in browser["List1"].Entries(), True, "it is still there")
-    AnswerDelete("Yes")
+    AnswerDelete(desk, browser, "Record2", "Yes")
     Until(lambda: sorted(browser["List1"].Entries()) == ["Record1.mdb", "RecordLong.mdb"], "it is gone from the list")
     Expect((desk.folder / "db" / "Record2.mdb").exists(), False, "its file")
     browser["Command4"].Click()
@@ -54,7 +44,7 @@ with Desk() as desk:
     ExpectMessage(desk, "Please select a Record or Channel")
     # A record that loses its rows after it was chosen.
     plot["Combo_chan"].Pick("CH1")
-    with contextlib.closing(sqlite3.connect(desk.folder / "db" / "Record1.mdb")) as engine, engine:
+    with desk.Engine("Record1") as engine:
         engine.execute("delete from DATA")
     plot["Command1"].Click()
     ExpectMessage(desk, "The Record is NULL.")
