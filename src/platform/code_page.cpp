@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <iconv.h>
 #include <langinfo.h>
@@ -53,7 +54,7 @@ public:
     }
 
 private:
-    bool IsOpen() const { return page_ != reinterpret_cast<iconv_t>(-1); }
+    bool IsOpen() const { return reinterpret_cast<std::intptr_t>(page_) != -1; }
     iconv_t page_;
 };
 

@@ -89,10 +89,12 @@ void Record_View_Form::LoadRecord(const std::string& path) {
 }
 
 void Record_View_Form::Show_Rows(Database& database) {
-    for (double i = RowFrom; i <= RowTo; i += 1) {
-        const int row = static_cast<int>(i + kHeadings - RowFrom);
+    const auto first = static_cast<std::int64_t>(RowFrom);
+    const auto last = static_cast<std::int64_t>(RowTo);
+    for (std::int64_t i = first; i <= last; ++i) {
+        const int row = static_cast<int>(i + kHeadings - first);
         if (row >= MSFlexGrid1.Rows()) return;  // a record that has become shorter than its page
-        const Recordset found = database.OpenRecordset("select * from data  where NUM='" + Str(i) + "'");
+        const Recordset found = database.OpenRecordset("select * from data  where NUM='" + std::to_string(i) + "'");
         if (found.Bof()) continue;
         MSFlexGrid1.SetTextMatrix(row, 0, found.Text("num"));
         MSFlexGrid1.SetTextMatrix(row, 1, found.Text("Time"));
