@@ -192,8 +192,10 @@ bool Bench::IsManager(Handle handle) const {
 
 // ---- the record
 
-Status Bench::Recorded(const std::string& call, Status status) {
-    if (recording_) calls_.push_back({call, status});
+Status Bench::Recorded(const std::string& text, Status status) {
+    VisaCall call = {text, status};
+    if (call_observer_) call_observer_(call);
+    if (recording_) calls_.push_back(std::move(call));
     return status;
 }
 

@@ -84,6 +84,8 @@ public:
     void SetRecording(bool on) { recording_ = on; }
     /// Is told each exchange, recorded or not.
     void SetObserver(std::function<void(const Exchange&)> observer) { observer_ = std::move(observer); }
+    /// Is told each call, recorded or not.
+    void SetCallObserver(std::function<void(const VisaCall&)> observer) { call_observer_ = std::move(observer); }
 
     /// Handles of sessions with instruments that are open.
     std::vector<Handle> OpenSessions() const;
@@ -109,7 +111,7 @@ private:
     Session* FindSession(Handle handle);
     bool IsManager(Handle handle) const;
     void PullTheWire(int starter);
-    Status Recorded(const std::string& call, Status status);
+    Status Recorded(const std::string& text, Status status);
     void Note(int instrument, Exchange::Direction direction, std::string_view bytes);
 
     std::vector<Instrument> instruments_;
@@ -123,6 +125,7 @@ private:
     std::vector<VisaCall> calls_;
     bool recording_ = true;
     std::function<void(const Exchange&)> observer_;
+    std::function<void(const VisaCall&)> call_observer_;
 };
 
 }  // namespace vantrel::bench

@@ -1,7 +1,7 @@
 // The bench as a VISA library: the entry points of the C interface, in front of one bench for the process.
 //
 // The environment variable VANTREL_BENCH names a bench file; without it the bench is the default one. VANTREL_BENCH_LOG
-// names a file that every exchange is written to, one line each.
+// names a file that every exchange is written to, one line each, VANTREL_BENCH_CALLS one for every call.
 
 #include "bench/bench.h"
 #include "bench/text.h"
@@ -29,15 +29,26 @@ std::string ContentsOf(const char* name) {
     return contents.str();
 }
 
+/// The file that the environment variable names, to be added to; nullptr without one.
+std::shared_ptr<std::ofstream> FileNamedBy(const char* variable) {
+    const char* name = std::getenv(variable);
+    return name != nullptr ? std::make_shared<std::ofstream>(name, std::ios::app) : nullptr;
+}
+
 std::unique_ptr<Bench> MakeBench() {
     const char* file = std::getenv("VANTREL_BENCH");
     auto bench = std::make_unique<Bench>(file != nullptr ? ParseBench(ContentsOf(file)) : DefaultBench());
     bench->SetRecording(false);
-    if (const char* log = std::getenv("VANTREL_BENCH_LOG")) {
-        auto stream = std::make_shared<std::ofstream>(log, std::ios::app);
-        bench->SetObserver([stream](const Exchange& exchange) {
+    if (const auto log = FileNamedBy("VANTREL_BENCH_LOG")) {
+        bench->SetObserver([log](const Exchange& exchange) {
             const char* arrow = exchange.direction == Exchange::kToInstrument ? " > " : " < ";
-            *stream << exchange.instrument << arrow << Quoted(exchange.bytes) << std::endl;
+            *log << exchange.instrument << arrow << Quoted(exchange.bytes) << std::endl;
+        });
+    }
+    if (const auto log = FileNamedBy("VANTREL_BENCH_CALLS")) {
+        bench->SetCallObserver([log](const VisaCall& call) {
+            *log << call.text << ' ' << std::hex << std::uppercase << static_cast<std::uint32_t>(call.status)
+                 << std::endl;
         });
     }
     return bench;

@@ -114,4 +114,16 @@ TEST(BenchLibrary, Writes_each_exchange_to_the_log_that_the_environment_names) {
     EXPECT_EQ(text.str(), "0 > \"rout:state?\\n\"\n0 < \"2\\n\"\n");
 }
 
+TEST(BenchLibrary, Writes_each_call_and_its_status_to_the_file_that_the_environment_names) {
+    const auto calls = FileHolding("calls.log", "");
+    setenv("VANTREL_BENCH_CALLS", calls.c_str(), 1);
+    ViSession manager = 0;
+    viOpenDefaultRM(&manager);
+    viClose(manager);
+    viClose(manager);
+    std::ostringstream text;
+    text << std::ifstream(calls).rdbuf();
+    EXPECT_EQ(text.str(), "viOpenDefaultRM() 0\nviClose(1) 0\nviClose(1) BFFF000E\n");
+}
+
 }  // namespace
