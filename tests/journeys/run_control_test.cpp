@@ -303,6 +303,24 @@ TEST_F(RunControl, A_device_that_Connect_dropped_is_still_polled_in_the_pass_und
     EXPECT_EQ(Times(kStart), 0);
 }
 
+TEST_F(RunControl, Connect_with_nothing_ticked_in_a_poll_loses_the_pass_under_way) {
+    OpenWith(Scanner(0, kSlow));
+    Pace(1);  // without a device only the interval lets time pass
+    Texts sent = {"not looked"};
+    AfterSending(kStart, [&] {
+        Connect({});
+        ForgetTraffic();
+        After(60'000, [&] {
+            sent = Traffic();
+            Connect({0});
+        });
+    });
+    Run();
+    EXPECT_EQ(sent, Texts{});
+    EXPECT_EQ(ScanCount(0), 0);
+    EXPECT_EQ(user.Messages(), Texts{kEnd});
+}
+
 TEST_F(RunControl, A_row_of_a_device_that_Connect_dropped_is_stored_and_shown_in_no_table_of_See_Value) {
     OpenWith(Scanner(0, kSlow) + Scanner(1, kSlow), 2);
     Assign({"Record1", "Record2"});

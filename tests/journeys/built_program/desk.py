@@ -72,6 +72,11 @@ def Until(condition, what, seconds=a11y.hang_on, pause=0.02):
         time.sleep(pause)
 
 
+def _StateOf(process):
+    """Letter of its state: S when it waits for something to do, T when it is stopped."""
+    return pathlib.Path(f"/proc/{process.pid}/stat").read_text().rsplit(")", 1)[1].split()[0]
+
+
 # ---- Windows
 
 
@@ -169,11 +174,15 @@ class _Window:
 
     def Menu(self, name):
         """Picks a menu entry, with the mouse."""
-        menu = self._menu_of[name]
-        if menu:
-            self[menu].Click()
-            Until(lambda: self.Visible(name)[name], f"the menu {menu} opens")
+        if self._menu_of[name]:
+            self.OpenMenuOf(name)
         self[name].Click()
+
+    def OpenMenuOf(self, name):
+        """Opens the menu in which a menu entry stands."""
+        menu = self._menu_of[name]
+        self[menu].Click()
+        Until(lambda: self.Visible(name)[name], f"the menu {menu} opens")
 
     def Title(self):
         return self._desk.bus.Names([self._node])[0]
@@ -215,9 +224,13 @@ class Control:
         """Left, top, width and height in pixels of the screen."""
         return self._bus.Box(self._node)
 
-    def Click(self):
+    def Middle(self):
+        """Where a click lands on it."""
         left, top, width, height = self.Box()
-        self._desk.ClickAt(left + width // 2, top + height // 2)
+        return left + width // 2, top + height // 2
+
+    def Click(self):
+        self._desk.ClickAt(*self.Middle())
 
     def Part(self, caption):
         """A control within this one, as the "Up" of an up-down."""
@@ -397,6 +410,7 @@ class Desk:
         # The program finds its records beside itself: here it has a folder of its own, on the same disk for a link to do.
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="desk.", dir=".")).resolve()
         self.wire_file = self.folder / "wire"
+        self._calls_file = self.folder / "calls"
         self.environment = {**os.environ, **(environment or {})}
 
     def __enter__(self):
@@ -470,7 +484,7 @@ class Desk:
         (self.folder / "desk.bench").write_text(self._bench)
         path = [str(self._bench_folder)] + self.environment.get("LD_LIBRARY_PATH", "").split(":")
         self.environment.update(LD_LIBRARY_PATH=":".join(filter(None, path)), VANTREL_BENCH=str(self.folder / "desk.bench"),
-                                VANTREL_BENCH_LOG=str(self.wire_file))
+                                VANTREL_BENCH_LOG=str(self.wire_file), VANTREL_BENCH_CALLS=str(self._calls_file))
 
     def _StartProgram(self):
         self.program = self._Start(str(self.folder / "vantrel"))
@@ -574,6 +588,33 @@ class Desk:
     def Keys(self, *keys):
         self.XDo("key", "--delay", "30", *keys)
 
+    def CloseRequest(self):
+        """Asks the active window to close, as its close box does."""
+        self.Keys("alt+F4")
+
+    @contextlib.contextmanager
+    def Held(self, message, dev=0):
+        """Holds the program right behind this message to the instrument at place `dev`; events that come meanwhile, as
+        by ClickAt, come to it when it goes on, at the first yield behind that message. The accessibility bus does not
+        answer meanwhile."""
+        Until(lambda: self._Hold((dev, ">", message + "\\n")), f"the program is held behind {message}")
+        try:
+            yield
+            Until(lambda: all(_StateOf(process) == "S" for process in self._started if process is not self.program),
+                  "the events are with the program")
+        finally:
+            self.program.send_signal(signal.SIGCONT)
+
+    def _Hold(self, last):
+        if self.Wire()[-1:] != [last]:
+            return False
+        self.program.send_signal(signal.SIGSTOP)
+        Until(lambda: _StateOf(self.program) == "T", "the program stands still")
+        if self.Wire()[-1:] == [last]:
+            return True
+        self.program.send_signal(signal.SIGCONT)  # too late: it has gone on
+        return False
+
     # Whole steps
 
     def Connect(self, *rows):
@@ -640,6 +681,24 @@ class Desk:
 
     def RecordFile(self, record):
         return self.folder / "db" / f"{record}.mdb"
+
+    def WaitForSilence(self):
+        """Waits until nothing goes over the wire any more: a poll would do so every quarter of a second."""
+        seen, since = None, 0
+
+        def IsSilent():
+            nonlocal seen, since
+            wire = self.wire_file.stat().st_size
+            if wire != seen:
+                seen, since = wire, time.monotonic()
+            return time.monotonic() - since > 0.6
+
+        Until(IsSilent, "the wire falls silent")
+
+    def Calls(self):
+        """Every call of the VISA library so far, as (text, status)."""
+        return [(text, int(status, 16)) for text, status in
+                (line.rsplit(" ", 1) for line in self._calls_file.read_text().splitlines())]
 
     def Rows(self, record="Record1"):
         """Rows of a record file, in stored order."""
