@@ -78,7 +78,6 @@ with Desk(bench) as desk:
     def ExpectEnd(sent_before, dev, readings, when):
         ConfirmEnd(desk)
         ExpectOn(main, idle, f"at the end of a run {when}")
-        desk.WaitForSilence()
         Expect(desk.Windows(), ["VANTREL MAIN"], f"windows behind a run {when}")
         ExpectPassFinished(sent_before, dev, readings)
 

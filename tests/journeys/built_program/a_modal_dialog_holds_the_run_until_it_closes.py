@@ -45,6 +45,9 @@ with Desk(same_readings_bench) as desk:
         dialog["Command1"].Click()
         Until(lambda: "2.00000000E+00" in dialog["show_value"].Text(), "the value at the slider is shown")
 
+    def LookAtRecordList(dialog):
+        Expect(dialog["Combo_record"].Entries(), ["Record1.mdb"], "records")
+
     def LookAtPlan(dialog):
         Expect((dialog["Combo1_dev"].Text(), dialog["ch(0)"].Text(), dialog["ch(9)"].Text()),
                ("Quick scanner", "DCV", "NONE"), "plan")
@@ -65,7 +68,7 @@ with Desk(same_readings_bench) as desk:
     main.Menu("Record_Draw")
     ExpectHeld("Record_View_Draw", "Record Draw", LookAtRecordPlot, "Command3")
     main["Command9"].Click()
-    ExpectHeld("Record_View_Draw", "Record Draw", LookAtRecordPlot, "Command3")
+    ExpectHeld("Record_View_Draw", "Record Draw", LookAtRecordList, "Command3")
     ExpectOn(main, in_run, "behind these dialogs")
 
     # The set-up dialogs are off in a run, until a change of Combo1 turns them on.

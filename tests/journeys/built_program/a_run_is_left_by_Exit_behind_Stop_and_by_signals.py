@@ -44,12 +44,6 @@ with Desk(same_readings_bench) as desk:
 
 with Desk(same_readings_bench) as desk:
     main = InRun(desk)
-    about = main["About"]
-    main.OpenMenuOf("About")
-    about = about.Middle()
-    with desk.Held(poll):
-        desk.ClickAt(*about)
-    desk.Window("about_form")
     all_settings = main["Command8"].Middle()
     with desk.Held(poll):
         desk.ClickAt(*all_settings)

@@ -531,16 +531,17 @@ class Desk:
 
     def _Up(self, fits):
         """The window that `fits`, once it is active and at rest; None before."""
-        for node in self.WindowNodes():
-            try:
-                if not fits(node) or not self.bus.States([node])[0] >> a11y.active & 1:
+        nodes = self.WindowNodes()
+        try:
+            for node, state in zip(nodes, self.bus.States(nodes)):
+                if not state >> a11y.active & 1 or not fits(node):
                     continue
                 box = self.bus.Box(node)
                 time.sleep(0.02)
                 if box == self.bus.Box(node):
                     return node
-            except GLib.Error:
-                pass  # it has gone meanwhile
+        except GLib.Error:
+            pass  # one has gone meanwhile
         return None
 
     def Window(self, name):
@@ -569,7 +570,15 @@ class Desk:
 
     def Windows(self):
         """Titles of all windows on the screen, message boxes included."""
-        return [self.bus.Names([node])[0] for node in self.WindowNodes() if self.IsOnScreen(node)]
+        return Until(self._Titles, "the windows on the screen stay")
+
+    def _Titles(self):
+        nodes = self.WindowNodes()
+        try:
+            return [name for name, state in zip(self.bus.Names(nodes), self.bus.States(nodes))
+                    if state >> a11y.showing & 1]
+        except GLib.Error:
+            return None  # one has gone meanwhile
 
     def ActiveTitle(self):
         """What the title bar of the active window shows."""
