@@ -355,4 +355,28 @@ TEST(Messages, Bear_the_program_s_name_and_have_one_OK_button) {
     EXPECT_TRUE(looked);
 }
 
+/// The middle of the box that MsgBox shows now.
+QPoint MiddleOfMessage() {
+    User user;
+    QPoint middle;
+    user.WhenMessage("End", [&] { middle = QApplication::activeModalWidget()->geometry().center(); });
+    MsgBox("End of Job.");
+    return middle;
+}
+
+TEST(Messages, Stand_in_the_middle_of_the_window_in_front) {
+    The<Other>().Show();
+    QWidget* window = The<Other>().ClientArea()->window();
+    window->move(100, 200);
+    EXPECT_LE((MiddleOfMessage() - window->geometry().center()).manhattanLength(), 2);
+}
+
+TEST(Messages, Stand_where_a_window_was_put_whose_place_is_not_known_yet) {
+    The<Other>().Show();
+    QWidget* window = The<Other>().ClientArea()->window();
+    const QPoint put = window->geometry().center();
+    window->move(0, 0);  // as a window manager under load lets it seem
+    EXPECT_LE((MiddleOfMessage() - put).manhattanLength(), 2);
+}
+
 }  // namespace vantrel

@@ -179,15 +179,31 @@ BusyCursor::BusyCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
 
 BusyCursor::~BusyCursor() { QGuiApplication::restoreOverrideCursor(); }
 
+namespace {
+
+constexpr const char* kPlacedAt = "placedAt";  // property of a window: the middle of where it was put
+
+/// The middle of a window on the screen. While a window manager under load is taking a window over, Qt can believe it
+/// to be as small as a point, or its frame in the corner of the screen: then it is where it was put.
+QPoint MiddleOf(const QWidget& window) {
+    const QRect frame = window.frameGeometry();
+    const bool is_known = frame.topLeft() != QPoint(0, 0) && frame.width() > 1 && frame.height() > 1;
+    const QVariant placed_at = window.property(kPlacedAt);
+    return is_known || !placed_at.isValid() ? frame.center() : placed_at.toPoint();
+}
+
+}  // namespace
+
 void PlaceOver(QWidget* window, const QWidget* owner) {
     const QScreen* screen = owner ? owner->screen() : QGuiApplication::primaryScreen();
     const QRect room = screen->availableGeometry();
-    const QPoint centre = owner ? owner->frameGeometry().center() : room.center();
+    const QPoint centre = owner ? MiddleOf(*owner) : room.center();
     QRect place = window->frameGeometry();
     place.moveCenter(centre);
     const int left = std::max(room.left(), std::min(place.left(), room.right() + 1 - place.width()));
     const int top = std::max(room.top(), std::min(place.top(), room.bottom() + 1 - place.height()));
     window->move(left, top);
+    window->setProperty(kPlacedAt, QPoint(left + place.width() / 2, top + place.height() / 2));
 }
 
 }  // namespace vantrel
