@@ -9,6 +9,7 @@ with Desk(same_readings_bench) as desk:
     desk.Connect()
     desk.AssignRecord()
     stop = main["Command4"].Middle()
+    in_runs = Sent(desk)  # all that may go out: what connecting asks, and then the runs to their ends
 
     def Start():
         """Starts a run; gives the number of messages before it."""
@@ -18,16 +19,15 @@ with Desk(same_readings_bench) as desk:
         return sent_before
 
     def ExpectEnd(sent_before, passes, when, begin=begin):
-        """The run ends with one message, the controls idle, so many passes on the wire and a row of each in the record;
-        nothing happens behind it."""
+        """The run ends with one message, the controls idle, so many passes on the wire and a row of each in the record."""
         ConfirmEnd(desk)
         ExpectOn(main, idle, f"at the end of a run stopped {when}")
-        desk.WaitForSilence()
         Expect(desk.Windows(), ["VANTREL MAIN"], f"windows behind a run stopped {when}")
         ExpectSent(Sent(desk, sent_before)[len(begin):], rf"({one_pass} ?){{{passes}}}", f"run stopped {when}")
         Expect(Sent(desk, sent_before)[:len(begin)], begin, f"begin of the run stopped {when}")
         ExpectWhole(desk.Rows(), Sent(desk).count("fetch?"))
         Expect(main["MSFlexGrid1(0)"].Cells()[1], row_of_readings, "live table")
+        in_runs.extend(Sent(desk, sent_before))
 
     # Of a start time that is a year away: neither count nor start has gone out; one pass is made all the same.
     Set(desk, at_time=True, StartTime="Up")
@@ -64,3 +64,5 @@ with Desk(same_readings_bench) as desk:
     with desk.Held(poll):
         desk.ClickAt(*stop)
     ExpectEnd(sent_before, "1", "in a run of one pass", begin[:-1] + ["rout:scan:count 30"])
+    desk.WaitForSilence()
+    Expect(Sent(desk), in_runs, "sent in runs and at no other time")

@@ -1,6 +1,7 @@
 from desk import Desk, Expect, Until
 from run_controls import ExpectOn, idle, idle_in_run, in_run
-from runs import ConfirmEnd, ExpectSent, ExpectWhole, Sent, begin, one_pass, row_of_readings, same_readings_bench
+from runs import (ConfirmEnd, ExpectSent, ExpectWhole, Sent, WaitForPoll, begin, one_pass, row_of_readings,
+                  same_readings_bench)
 
 with Desk(same_readings_bench) as desk:
     main = desk.Window("Form1")
@@ -24,7 +25,7 @@ with Desk(same_readings_bench) as desk:
         Expect(main["exit_item"].Enabled(), False, f"Exit with {name}, behind a click on Stop")
         dialog[close].Click()
         dialog.WaitGone()
-        Until(lambda: len(desk.Rows()) > len(rows), f"the run goes on behind {name}")
+        WaitForPoll(desk)
 
     def LookAtAllSettings(dialog):
         Expect(dialog["SSTab1"].Tabs(), [("Quick scanner", True)], "tabs")

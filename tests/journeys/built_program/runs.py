@@ -2,7 +2,7 @@
 
 import re
 
-from desk import Expect, quick_bench
+from desk import Expect, Until, quick_bench
 
 readings = ["+2.00000000E+00", "-1.50000000E+00", "+3.00000000E+00"]
 row_of_readings = readings[:2] + [readings[2] + "\n"] + [" "] * 7  # the last one keeps the end of the reply; others are off
@@ -42,6 +42,12 @@ def Sent(desk, since=0, dev=0):
 def ExpectSent(messages, pattern, what):
     """The messages, each behind a blank, are what the regular expression says."""
     Expect(bool(re.fullmatch(pattern, " ".join(messages))), True, f"{what}: {messages}")
+
+
+def WaitForPoll(desk, dev=0):
+    """Waits until the instrument at place `dev` is polled anew: the run goes on."""
+    before = len(desk.Sent(dev))
+    Until(lambda: poll in Sent(desk, before + 1, dev), "the run goes on")  # one message may have been on its way
 
 
 def ConfirmEnd(desk):

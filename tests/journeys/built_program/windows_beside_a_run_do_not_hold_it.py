@@ -1,6 +1,7 @@
 from desk import Desk, Expect, Until
 from run_controls import ExpectOn, idle, idle_in_run, in_run
-from runs import ConfirmEnd, ExpectSent, ExpectWhole, Sent, begin, one_pass, row_of_readings, same_readings_bench
+from runs import (ConfirmEnd, ExpectSent, ExpectWhole, Sent, WaitForPoll, begin, one_pass, row_of_readings,
+                  same_readings_bench)
 
 with Desk(same_readings_bench) as desk:
     main = desk.Window("Form1")
@@ -10,8 +11,7 @@ with Desk(same_readings_bench) as desk:
 
     def ExpectBeside(title):
         """The window is on the screen, and the run goes on meanwhile."""
-        rows = len(desk.Rows())
-        Until(lambda: len(desk.Rows()) > rows, f"the run goes on beside {title}")
+        WaitForPoll(desk)
         Expect(desk.Windows()[1:], [title], "windows beside the main one")
 
     def Close(window, button):
