@@ -38,7 +38,6 @@ LabelWidget& LabelOf(QWidget* widget) { return *static_cast<LabelWidget*>(widget
 Label::Label(const Place& place, const std::string& name, const Box& box, const std::string& caption)
     : Control(place, name, box, new LabelWidget) {
     SetCaption(caption);
-    if (caption.empty()) widget_->setAccessibleName(ToQt(name));
     WatchEvents(widget_, life_, [this](QObject*, QEvent* event) {
         if (event->type() == QEvent::Enter && OnClick) widget_->setCursor(Qt::PointingHandCursor);
         if (event->type() != QEvent::MouseButtonRelease || !OnClick) return false;

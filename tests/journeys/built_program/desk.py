@@ -33,17 +33,7 @@ from gi.repository import GLib
 _repository = pathlib.Path(__file__).resolve().parents[3]
 _name_of_the_test = pathlib.Path(sys.argv[0]).stem
 
-# A scanner with three channels that answers quickly.
-quick_bench = """
-pace 5
-pause 300
-instrument GPIB0::7::INSTR
-  identity "Orlane,M3605,Q1,1.02"
-  serial "Quick scanner"
-  card 1
-  timer 0.3
-  channel 1-3 VOLT
-"""
+quick_bench = pathlib.Path(__file__).with_name("quick.bench").read_text()
 
 
 class Failure(Exception):

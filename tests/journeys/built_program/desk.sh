@@ -18,16 +18,7 @@ mkdir "$desk/db"
 cp --link "$1" "$desk/vantrel" 2>/dev/null || cp "$1" "$desk/vantrel"
 record=$desk/db/Record1.mdb
 
-cat >"$desk/quick.bench" <<'END'
-pace 5
-pause 300
-instrument GPIB0::7::INSTR
-  identity "Orlane,M3605,Q1,1.02"
-  serial "Quick scanner"
-  card 1
-  timer 0.3
-  channel 1-3 VOLT
-END
+cp "$(dirname "${BASH_SOURCE[0]}")/quick.bench" "$desk"
 
 # OpenProgram: starts it with the instrument on the wire.
 OpenProgram() {
