@@ -199,8 +199,3 @@ WindowsShown() { xdotool search --onlyvisible --class vantrel 2>/dev/null | wc -
 
 HasMoreWindows() { (($(WindowsShown) > $1)); }
 
-# CloseRequest WINDOW: asks the window to close, as its close box does.
-CloseRequest() {
-    xdotool windowactivate --sync "$1"
-    Keys alt+F4
-}

@@ -4,6 +4,7 @@ import signal
 from browsing import OpenRecord, Select
 from contents import ExpectMessage
 from desk import Desk, Expect, Until
+from runs import ExpectSound
 
 rows = 100_000
 
@@ -38,11 +39,6 @@ def StartRun():
     main["Command3"].Click()
 
 
-def ExpectSound(record):
-    with desk.Engine(record) as engine:
-        Expect(engine.execute("pragma integrity_check").fetchall(), [("ok",)], record)
-
-
 def ExpectNumbered(rows):
     Expect([row[0] for row in rows] == [str(num) for num in range(1, len(rows) + 1)], True, "numbered from 1")
 
@@ -66,7 +62,7 @@ with Desk() as desk:
     stored, scans = desk.Rows(), Scans()
     ExpectNumbered(stored)
     Expect(len(stored), scans, "one row for each scan")
-    ExpectSound("Record1")
+    ExpectSound(desk, "Record1")
 
     # The program itself puts the record right, which is then renumbered.
     desk.Restart()
@@ -76,7 +72,7 @@ with Desk() as desk:
     OpenRecord(browser, "Record2")
     ExpectNumbered(desk.Rows("Record2"))
     Expect([row[1:] for row in desk.Rows("Record2")] == [row[1:] for row in long_record], True, "every row is there")
-    ExpectSound("Record2")
+    ExpectSound(desk, "Record2")
     browser["Command4"].Click()
     browser.WaitGone()
 
@@ -94,4 +90,4 @@ with Desk() as desk:
     Expect(desk.Rows()[:len(seen)], seen, "the rows before")
     ExpectNumbered(desk.Rows())
     Expect(len(desk.Rows()), Scans() - 1, "one row for each scan but the one that was cut off")
-    ExpectSound("Record1")
+    ExpectSound(desk, "Record1")

@@ -1,6 +1,6 @@
 import ctypes
-import sqlite3
 
+from browsing import AnswerDelete, Select
 from desk import Desk, Expect, Until
 
 
@@ -51,19 +51,11 @@ class ScreenEvents:
         return names
 
 
-def MakeRecord(file):
-    engine = sqlite3.connect(file)
-    engine.execute("create table DATA (NUM TEXT, Time TEXT, " + ", ".join(f"Ch{k} TEXT" for k in range(1, 21)) + ")")
-    engine.commit()
-    engine.close()
-
-
 with Desk() as desk:
-    record = desk.folder / "db" / "Record1.mdb"
-    MakeRecord(record)
+    desk.MakeRecord("Record1", ["+1.5"])
     desk.Window("Form1")["Command7"].Click()
     browser = desk.Window("Record_View_Form")
-    browser["List1"].Entry("Record1.mdb").Click()
+    Select(browser, "Record1")
     events = ScreenEvents(desk.environment["DISPLAY"])
 
     browser["Command3"].Click()
@@ -71,13 +63,6 @@ with Desk() as desk:
     seen = events.SoFar()
     Expect(seen.count("bell"), 1, f"bells in {seen}")
     Expect(seen[0], "bell", f"first of {seen}")
-    Expect(desk.ActiveTitle().strip(), "", "title")
-    Expect(box.text, 'Will you delete the "Record1.mdb"?')
-    Expect(sorted(name.replace("&", "") for name in box.buttons), ["No", "Yes"])
     box.Press("No")
-    Expect(record.exists(), True, "the record after No")
-
-    browser["List1"].Entry("Record1.mdb").Click()
-    browser["Command3"].Click()
-    desk.Message().Press("Yes")
-    Until(lambda: not record.exists(), "the record is deleted")
+    AnswerDelete(desk, browser, "Record1", "Yes")
+    Until(lambda: not desk.RecordFile("Record1").exists(), "the record is deleted")

@@ -210,6 +210,9 @@ class Control:
     def Checked(self):
         return self._State(a11y.checked)
 
+    def HasFocus(self):
+        return self._State(a11y.focused)
+
     def Box(self):
         """Left, top, width and height in pixels of the screen."""
         return self._bus.Box(self._node)
@@ -240,10 +243,10 @@ class Control:
     def Focus(self):
         """Clicks into the field if it does not have the focus. Keys that follow are not to overtake the click, which goes
         through the window manager."""
-        if not self._State(a11y.focused):
+        if not self.HasFocus():
             left, top, _, height = self.Box()
             self._desk.ClickAt(left + 8, top + height // 2)
-            Until(lambda: self._State(a11y.focused), f"{self.name} gets the focus")
+            Until(self.HasFocus, f"{self.name} gets the focus")
 
     def Type(self, text):
         """Puts a text in place of what the field holds."""
@@ -375,6 +378,9 @@ class _Message:
 
     def Press(self, button):
         Control(self._desk, self._buttons[button], button).Click()
+        self.WaitGone()
+
+    def WaitGone(self):
         self._desk.WaitGone(self._node, "the message box")
 
 
@@ -392,9 +398,11 @@ class _Dialog:
 
 
 class Desk:
-    def __init__(self, bench=quick_bench, environment=None):
+    def __init__(self, bench=quick_bench, environment=None, with_library=True):
+        """The instruments on the bench are found through a VISA library, unless the desk is to have none."""
         self._program_file, self._bench_folder = (pathlib.Path(argument) for argument in sys.argv[1:3])
         self._bench = bench
+        self._has_library = with_library
         self._started = []  # processes, in the order of starting
         self._runtime = pathlib.Path(tempfile.mkdtemp())  # of the screen and the buses
         # The program finds its records beside itself: here it has a folder of its own, on the same disk for a link to do.
@@ -472,7 +480,8 @@ class Desk:
         except OSError:
             shutil.copy2(self._program_file, self.folder / "vantrel")
         (self.folder / "desk.bench").write_text(self._bench)
-        path = [str(self._bench_folder)] + self.environment.get("LD_LIBRARY_PATH", "").split(":")
+        self.put_there = {"vantrel", "desk.bench", self.wire_file.name, self._calls_file.name}
+        path = [str(self._bench_folder)] * self._has_library + self.environment.get("LD_LIBRARY_PATH", "").split(":")
         self.environment.update(LD_LIBRARY_PATH=":".join(filter(None, path)), VANTREL_BENCH=str(self.folder / "desk.bench"),
                                 VANTREL_BENCH_LOG=str(self.wire_file), VANTREL_BENCH_CALLS=str(self._calls_file))
 

@@ -68,6 +68,12 @@ def ExpectWhole(rows, number):
         Expect(list(row[2:12]), row_of_readings, "readings in the record")
 
 
+def ExpectSound(desk, record="Record1"):
+    """The file of a record is undamaged."""
+    with desk.Engine(record) as engine:
+        Expect(engine.execute("pragma integrity_check").fetchall(), [("ok",)], f"the file of {record}")
+
+
 def ExpectEnded(desk):
     """The program ends with status 0, and its last calls close the find list, the resource manager and the session of its
     one instrument. Handles are 1, 2, 3 in the order of opening."""

@@ -34,6 +34,11 @@ def SetDevice(desk, main):
     window["Command1"].Click()
     ExpectMessage(desk, "Setting complete!")
     Expect(window["ch(1)"].Text(), "ACI", "the dialog stays open")
+
+    window["Timer_Set"].Type("soon")
+    window["Command1"].Click()
+    ExpectMessage(desk, 'The scan timer of Quick scanner is not a number of seconds: "soon". Please key a number.')
+    Expect(window["Timer_Set"].HasFocus(), True, "the field to mend has the focus")
     window["Command2"].Click()
     window.WaitGone()
 

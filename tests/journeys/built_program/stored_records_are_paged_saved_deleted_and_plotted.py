@@ -1,4 +1,4 @@
-from browsing import AnswerDelete, Select
+from browsing import AnswerDelete, AskToSave, Csv, Select
 from desk import Desk, Expect, Until
 
 rows = 2500
@@ -30,19 +30,6 @@ def Shown(rows):
 
 def ExpectTurns(back, forward):
     Expect(browser.Enabled("prev_DB", "next_DB"), {"prev_DB": back, "next_DB": forward}, "the paging buttons")
-
-
-def Export(name):
-    browser["Command5"].Click()
-    dialog = desk.Dialog("Save As")
-    desk.XDo("type", "--delay", "5", str(desk.folder / name))
-    desk.Keys("Return")
-    dialog.WaitGone()
-    return (desk.folder / f"{name}.csv").read_bytes()
-
-
-def Csv(lines):
-    return "".join(",".join(f'"{cell}"' for cell in line) + "\r\n" for line in lines).encode()
 
 
 def PickColour(name, colour):
@@ -99,7 +86,9 @@ with Desk() as desk:
     browser["next_DB"].Click()
     ExpectPage(range(1001, 2001))
     ExpectTurns(back=True, forward=True)
-    page = Export("page")
+    file = desk.folder / "page.csv"
+    AskToSave(desk, browser, file).WaitGone()
+    page = file.read_bytes()
     browser["next_DB"].Click()
     ExpectPage(range(2001, 2501))
     ExpectTurns(back=True, forward=False)
@@ -109,8 +98,7 @@ with Desk() as desk:
     ExpectPage(range(1, 1001))
     ExpectTurns(back=False, forward=True)
 
-    captions = ("Scan Cycle", "Time", *(f"CH {ch}" for ch in range(1, 21)))
-    Expect(page == Csv([captions, *stored[1000:2000]]), True, "the file is the second page")
+    Expect(page == Csv(stored[1000:2000]), True, "the file is the second page")
 
     # Only Yes deletes.
     AnswerDelete(desk, browser, "Record2", "No")
