@@ -28,6 +28,7 @@ double Interval() {
 }
 
 void Prepare_Tables(Form1& main) {
+    const BusyCursor busy;  // 20 channels take a second to be asked
     for (const Integer dev : Each(DeviceCount)) {
         main.SSTab1.SetTabVisible(dev, true);
         main.SSTab1.SetTab(dev);

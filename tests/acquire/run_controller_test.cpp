@@ -6,6 +6,8 @@
 #include "windows/Form1.h"
 #include "windows/Form4.h"
 
+#include <QCursor>
+#include <QGuiApplication>
 #include <fcntl.h>
 #include <ostream>
 #include <sys/stat.h>
@@ -161,6 +163,26 @@ TEST_F(RunController, Start_sets_the_controls_before_it_asks_an_instrument) {
     });
     Run();
     EXPECT_TRUE(asked);
+}
+
+TEST_F(RunController, Start_shows_the_wait_cursor_while_it_reads_back_and_not_in_the_run) {
+    OpenWith(Scanner(0, kFull));
+    const auto is_waiting = [] {
+        const QCursor* cursor = QGuiApplication::overrideCursor();
+        return cursor != nullptr && cursor->shape() == Qt::WaitCursor;
+    };
+    int queries_without_it = 0;
+    int others_with_it = 0;
+    wire->bench.SetObserver([&](const bench::Exchange& exchange) {
+        if (exchange.direction != bench::Exchange::kToInstrument) return;
+        const bool reads_back = exchange.bytes.starts_with("rout:scan:func?");
+        queries_without_it += reads_back && !is_waiting();
+        others_with_it += !reads_back && is_waiting();
+    });
+    StopAfter(20 * 50 + 1);
+    Run();
+    EXPECT_EQ(queries_without_it, 0);
+    EXPECT_EQ(others_with_it, 0);
 }
 
 TEST_F(RunController, Start_shows_each_device_s_tab_under_its_name_and_the_first_in_front) {
