@@ -186,6 +186,16 @@ TEST_F(Grids, A_selection_is_copied_with_tabs_and_line_ends) {
     EXPECT_EQ(QApplication::clipboard()->text(), "33\t34\n43\t44");
 }
 
+TEST_F(Grids, A_cell_that_holds_a_line_feed_is_copied_without_it_so_that_its_row_stays_one_line) {
+    grid.SetTextMatrix(3, 3, "+1.5");
+    grid.SetTextMatrix(3, 4, "+2.5 \n");
+    grid.SetTextMatrix(4, 3, "+\t3\r");
+    view.selectionModel()->select({view.model()->index(3, 3), view.model()->index(4, 4)},
+                                  QItemSelectionModel::ClearAndSelect);
+    user.Press("Trial", "MSFlexGrid1(0)", Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "+1.5\t+2.5 \n+ 3\t");
+}
+
 TEST_F(Grids, A_merged_row_is_drawn_as_one_band) {
     for (int col = 2; col < 5; ++col) grid.SetTextMatrix(0, col, "Channel");
     const auto line_between = [&] {

@@ -30,6 +30,9 @@ void DrawFitting(QPainter& painter, const QRect& cell, int alignment, const QFon
     painter.drawText(room, alignment | Qt::AlignVCenter | Qt::TextSingleLine, shown);
 }
 
+/// A cell's text without what would break the line of its row: the last reading of a scan ends in a line feed.
+QString OnOneLine(QString text) { return text.remove('\r').remove('\n').replace('\t', ' '); }
+
 /// Draws texts narrower rather than cut, and leaves a cell its own colour when it is selected.
 class CellDelegate : public QStyledItemDelegate {
 public:
@@ -255,7 +258,7 @@ void GridView::CopySelection() const {
         QStringList cells;
         for (int col = box.left(); col <= box.right(); ++col) {
             const QModelIndex index = cells_->index(row, col);
-            cells << (selectionModel()->isSelected(index) ? index.data().toString() : QString());
+            cells << (selectionModel()->isSelected(index) ? OnOneLine(index.data().toString()) : QString());
         }
         lines << cells.join('\t');
     }
