@@ -47,12 +47,14 @@ void Prepare_Tables(Form1& main) {
 
 /// Makes and opens the record of every device that has one. False: a record's file is not there.
 bool Open_Records() {
+    // A device that Connect brings into the run, or a record that is assigned in it, waits for the next Start.
+    for (int dev = DeviceCount; dev < RecordRs.Size(); ++dev) RecordRs(dev) = {};
     for (const Integer dev : Each(DeviceCount)) {
         Reset_Trend(dev);
         CreateRecord(dev);
         ScanCount(dev) = 0;
         if (RecordName(dev) == "0") {
-            RecordRs(dev) = {};  // a record that is assigned in the run waits for the next Start
+            RecordRs(dev) = {};
             continue;
         }
         if (!FileExists(RecordPath(dev))) {

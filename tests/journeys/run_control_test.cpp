@@ -333,6 +333,24 @@ TEST_F(RunControl, A_row_of_a_device_that_Connect_dropped_is_stored_and_shown_in
     EXPECT_EQ(user.Messages(), Texts{kEnd});
 }
 
+TEST_F(RunControl, A_device_that_Connect_brings_into_the_start_wait_is_stored_from_the_next_start_on) {
+    OpenWith(Scanner(0, kFull) + Scanner(1, kFull), 2);
+    Assign({"Record1", "Record2"});
+    StopAfterSending(kStart);
+    Run();
+    Connect({0});
+    Schedule([this] {
+        user.Click("Form4", "at_time");
+        The<Form4>().StartTime.SetValue(In(60'000));
+    });
+    After(10'000, [this] { Connect({0, 1}); });
+    Run();
+    EXPECT_EQ(Times("1 fetch?"), 2);
+    EXPECT_EQ(RowsOf(Record("Record1")).size(), 2U);
+    EXPECT_EQ(RowsOf(Record("Record2")).size(), 1U);
+    EXPECT_EQ(user.Messages(), (Texts{kEnd, kEnd}));
+}
+
 TEST_F(RunControl, Choosing_in_the_device_list_switches_start_on_in_a_run) {
     OpenWith(Scanner(0, kSlow));
     AfterSending(kStart, [this] {
@@ -389,6 +407,21 @@ TEST_P(UnstartedDevice, Is_polled_through_every_stop_until_the_program_is_left) 
 }
 
 INSTANTIATE_TEST_SUITE_P(Forms, UnstartedDevice, testing::Bool());
+
+TEST_F(RunControl, A_sweep_beside_a_finished_device_ends_the_program_once_that_one_s_threshold_passes_32767) {
+    EXPECT_EXIT(
+        {
+            OpenWith(Scanner(0, kFull) + Scanner(1, "channel 1-20 VOLT\nnot-wired\n"), 2);
+            Assign({"Record1"});
+            Count("20");
+            user.WhenMessage("Run-time error", [this] {
+                std::fprintf(stderr, "%d sweeps: %s", Times("1 rout:scan:state?"), user.Messages().back().c_str());
+            });
+            Run();
+        },
+        testing::ExitedWithCode(1), "1636 sweeps: Run-time error '6'");
+    EXPECT_EQ(RowsOf(Record("Record1")).size(), 1U);
+}
 
 TEST_F(RunControl, Exit_after_Stop_in_a_yield_ends_the_process_and_the_rows_stay) {
     EXPECT_EXIT(
