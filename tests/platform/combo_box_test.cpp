@@ -1,5 +1,6 @@
 // The editable combo box: one event for each thing that a user does, none of Qt's own ideas.
 #include "platform/trial_window.h"
+#include "platform/wheel.h"
 #include "support/user.h"
 
 #include <QAbstractItemView>
@@ -7,7 +8,6 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QTest>
-#include <QWheelEvent>
 #include <gtest/gtest.h>
 
 namespace vantrel {
@@ -175,12 +175,10 @@ TEST_F(Combos, The_wheel_over_a_field_without_the_focus_changes_nothing) {
     box.SetListIndex(0);
     The<Trial>().Text1.SetFocus();
     happened.clear();
-    QWheelEvent turn(QPointF(5, 5), qt.mapToGlobal(QPointF(5, 5)), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
-                     Qt::NoScrollPhase, false);
-    QApplication::sendEvent(&qt, &turn);
+    TurnWheel(qt);
     EXPECT_EQ(happened, Happened{});
     box.SetFocus();
-    QApplication::sendEvent(&qt, &turn);
+    TurnWheel(qt);
     EXPECT_EQ(happened, Happened{"click ACV"});
 }
 

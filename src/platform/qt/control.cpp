@@ -29,6 +29,8 @@ Control::Control(const Place& place, const std::string& name, const Box& box, QW
     : widget_(widget), window_(place.window), life_(new QObject), box_(box), page_offset_(place.top) {
     widget_->setParent(place.parent);
     widget_->setObjectName(ToQt(name));
+    // The wheel turns on whatever lies under the mouse: it chooses no control.
+    if (widget_->focusPolicy() == Qt::WheelFocus) widget_->setFocusPolicy(Qt::StrongFocus);
     PlaceOnScreen();
     widget_->show();
 }
