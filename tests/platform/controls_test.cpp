@@ -1,5 +1,6 @@
 // The plain controls: texts, ticks, numbers, times, pages, and what all of them share.
 #include "platform/trial_window.h"
+#include "platform/wheel.h"
 #include "support/user.h"
 
 #include <QAbstractSpinBox>
@@ -10,7 +11,9 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QToolButton>
+#include <QToolTip>
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace vantrel {
 
@@ -261,6 +264,79 @@ TEST_F(Pickers, Steps_of_the_hour_go_round_in_the_same_half_of_the_day) {
     EXPECT_EQ(trial.StartTime.Value(), At(23, 4, 5));
 }
 
+TEST_F(Pickers, A_and_P_choose_the_half_of_the_day_in_any_field) {
+    for (const auto section : {QDateTimeEdit::YearSection, QDateTimeEdit::HourSection, QDateTimeEdit::SecondSection}) {
+        Focus(section);
+        for (const auto& [key, hour] : {std::pair{'a', 3}, {'A', 3}, {'p', 15}, {'P', 15}}) {
+            QTest::keyClick(&edit, key);
+            EXPECT_EQ(trial.StartTime.Value(), At(hour, 4, 5)) << key;
+            EXPECT_EQ(edit.currentSection(), section) << key;
+        }
+    }
+    EXPECT_EQ(user.Text("Trial", "StartTime"), "2024/03/04  03:04:05");
+}
+
+TEST_F(Pickers, A_and_P_go_round_noon_and_midnight_by_12_on_the_dial) {
+    trial.StartTime.SetValue(At(12, 30, 0));
+    Focus(QDateTimeEdit::HourSection);
+    QTest::keyClick(&edit, 'a');
+    EXPECT_EQ(trial.StartTime.Value(), At(0, 30, 0));
+    QTest::keyClick(&edit, 'p');
+    EXPECT_EQ(trial.StartTime.Value(), At(12, 30, 0));
+}
+
+TEST_F(Pickers, A_half_of_the_day_shows_in_the_tool_tip_at_once) {
+    Focus(QDateTimeEdit::HourSection);
+    QTest::keyClick(&edit, 'a');
+    EXPECT_EQ(QToolTip::text(), "2024/03/04  03:04:05");
+}
+
+TEST_F(Pickers, Digits_behind_a_click_begin_the_clicked_field) {
+    const std::vector<std::tuple<QDateTimeEdit::Section, const char*, const char*>> fields = {
+        {QDateTimeEdit::YearSection, "2031", "2031-03-04 15:04:05"},
+        {QDateTimeEdit::HourSection, "11", "2031-03-04 23:04:05"},
+        {QDateTimeEdit::MinuteSection, "37", "2031-03-04 23:37:05"},
+        {QDateTimeEdit::SecondSection, "41", "2031-03-04 23:37:41"},
+        {QDateTimeEdit::SecondSection, "52", "2031-03-04 23:37:52"},
+    };
+    for (const auto& [section, typed, moment] : fields) {
+        Focus(section);
+        auto& field = *edit.findChild<QLineEdit*>();
+        field.setCursorPosition(field.selectionStart() + 1);  // what a click leaves: a cursor and no selection
+        QTest::keyClicks(&edit, typed);
+        EXPECT_EQ(DateText(trial.StartTime.Value()), moment);
+    }
+}
+
+TEST_F(Pickers, Digits_in_place_of_the_whole_text_begin_its_first_field) {
+    edit.setFocus();
+    QTest::keyClick(&edit, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(&edit, "20310506070809");
+    EXPECT_EQ(DateText(trial.StartTime.Value()), "2031-05-06 19:08:09");
+}
+
+TEST_F(Pickers, A_moment_can_be_typed_as_it_is_written) {
+    for (const char* typed : {"2031/05/06  07:08:09", "2031/5/6 7:8:9"}) {
+        trial.StartTime.SetValue(At(15, 4, 5));
+        Focus(QDateTimeEdit::YearSection);
+        QTest::keyClicks(&edit, typed);
+        EXPECT_EQ(DateText(trial.StartTime.Value()), "2031-05-06 19:08:09") << typed;
+    }
+    auto& plain = *static_cast<QDateTimeEdit*>(trial.PerSan.Widget());
+    plain.setFocus();
+    QTest::keyClicks(&plain, "07:08:09");
+    EXPECT_EQ(user.Text("Trial", "PerSan"), "07:08:09");
+}
+
+TEST_F(Pickers, Wheel_over_one_without_the_focus_changes_nothing) {
+    trial.Text1.SetFocus();
+    TurnWheel(edit);
+    EXPECT_EQ(trial.StartTime.Value(), At(15, 4, 5));
+    Focus(QDateTimeEdit::MinuteSection);
+    TurnWheel(edit);
+    EXPECT_EQ(trial.StartTime.Value(), At(15, 3, 5));
+}
+
 TEST_F(Pickers, Letters_are_not_taken) {
     Focus(QDateTimeEdit::MinuteSection);
     QTest::keyClicks(&edit, "xy");
@@ -281,6 +357,7 @@ TEST_F(Pickers, One_with_24_hours_takes_them) {
     plain.setFocus();
     plain.setSelectedSection(QDateTimeEdit::HourSection);
     QTest::keyClicks(&plain, "230559");
+    QTest::keyClick(&plain, 'a');  // no half of the day to choose
     const DateFields fields = LocalFields(trial.PerSan.Value());
     EXPECT_EQ(fields.hour * 10000 + fields.minute * 100 + fields.second, 230559);
 }

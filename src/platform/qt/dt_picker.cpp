@@ -3,7 +3,10 @@
 
 #include <QDateTimeEdit>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QRegularExpression>
+#include <QToolTip>
+#include <QWheelEvent>
 
 namespace vantrel {
 
@@ -59,12 +62,26 @@ protected:
     void keyPressEvent(QKeyEvent* event) override {
         const bool digit = event->text().size() == 1 && event->text().front().isDigit();
         const bool erase = event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete;
+        const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+        if (twelve_ && plain && (event->key() == Qt::Key_A || event->key() == Qt::Key_P)) {
+            SetHalf(event->key() == Qt::Key_P ? 1 : 0);
+            return;
+        }
+        if (digit) BeginField();
+        if (IsSeparatorTooMany(event->text())) return;
         if (InHour() && digit) {
             TypeHour(event->text().front().digitValue());
         } else if (!InHour() || !erase) {
             typed_ = -1;
             QDateTimeEdit::keyPressEvent(event);
         }
+    }
+
+    void wheelEvent(QWheelEvent* event) override {
+        if (hasFocus())
+            QDateTimeEdit::wheelEvent(event);
+        else
+            event->ignore();
     }
 
     void focusOutEvent(QFocusEvent* event) override {
@@ -95,9 +112,35 @@ private:
 
     QString WithDialHour(const QString& text) const { return WithHour(text, OnDial); }
 
+    /// A digit that would not fit into a full field begins it anew, as behind a click, which selects nothing; one in
+    /// place of the whole text begins the first field. Qt drops both.
+    void BeginField() {
+        const QString selected = lineEdit()->selectedText();
+        const int digits = currentSection() == YearSection ? 4 : 2;
+        if (selected == lineEdit()->text())
+            setSelectedSection(sectionAt(0));
+        else if (selected.isEmpty() && sectionText(currentSection()).size() == digits)
+            setSelectedSection(currentSection());
+    }
+
+    /// A full field has gone on to the next one by itself: a separator behind it would pass that one over.
+    bool IsSeparatorTooMany(const QString& typed) const {
+        const bool separator = typed.size() == 1 && typed.front().isPrint() && !typed.front().isLetterOrNumber();
+        return separator && typed_ < 0 && lineEdit()->selectedText() == sectionText(currentSection());
+    }
+
     void SetOnDial(int hour) {
         setTime(QTime(hour % 12 + time().hour() / 12 * 12, time().minute(), time().second()));
         setSelectedSection(HourSection);
+    }
+
+    /// The same hour on the dial before noon (0) or after it (1). The field looks as before, so the tool tip comes up.
+    void SetHalf(int half) {
+        typed_ = -1;
+        const Section section = currentSection();
+        setTime(QTime(time().hour() % 12 + 12 * half, time().minute(), time().second()));
+        setSelectedSection(section);
+        QToolTip::showText(mapToGlobal(rect().bottomLeft()), toolTip(), this);
     }
 
     void TypeHour(int digit) {
