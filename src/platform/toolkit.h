@@ -324,6 +324,7 @@ public:
     Label(const Place& place, const std::string& name, const Box& box, const std::string& caption);
     std::string Caption() const;
     void SetCaption(const std::string& caption);
+    /// Set when the window is made, it makes the label a link: a stop of the Tab key that Space and Enter click, too.
     Handler OnClick;
 };
 

@@ -478,5 +478,23 @@ TEST_F(About, Opens_its_address_in_the_default_browser_where_there_is_no_such_in
     EXPECT_EQ(FromQt(browser.source().toString()), user.Text("about_form", "Label4"));
 }
 
+TEST_F(About, Opens_its_address_by_keyboard_and_comes_up_with_EXIT_ready) {
+    setenv("PATH", folder.Path().c_str(), 1);
+    Open();
+    QTextBrowser browser;
+    QDesktopServices::setUrlHandler("https", &browser, "setSource");
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+        browser.setSource({});
+        user.Menu("About");
+        const QWidget* about = user.FindWindow("about_form");
+        EXPECT_EQ(about->focusWidget()->objectName(), "Command1");
+        user.Press("about_form", Qt::Key_Tab);
+        EXPECT_EQ(about->focusWidget()->objectName(), "Label4");
+        user.Press("about_form", key);
+        EXPECT_EQ(FromQt(browser.source().toString()), user.Text("about_form", "Label4"));
+        user.Close("about_form");
+    }
+}
+
 }  // namespace
 }  // namespace vantrel

@@ -127,12 +127,12 @@ TEST_F(RecordDraw, Tab_goes_through_the_settings_the_buttons_and_the_cursor) {
         The<Record_View_Draw>().draw_all.SetValue(true);
         The<Record_View_Draw>().Combo_record.SetFocus();
         Texts stops;
-        for (int i = 0; i < 12; ++i) {
+        for (int i = 0; i < 13; ++i) {
             user.Press(kDialog, Qt::Key_Tab);
             stops.push_back(user.FindWindow(kDialog)->focusWidget()->objectName().toStdString());
         }
-        EXPECT_EQ(stops, (Texts{"Combo_chan", "draw_all", "draw_start", "draw_stop", "offset_box", "division_box",
-                                "Command1", "Command2", "Command3", "Slider1", "Text1", "show_value"}));
+        EXPECT_EQ(stops, (Texts{"Combo_chan", "draw_all", "draw_start", "draw_stop", "color_box", "offset_box",
+                                "division_box", "Command1", "Command2", "Command3", "Slider1", "Text1", "show_value"}));
     });
 }
 
@@ -354,6 +354,14 @@ TEST_F(RecordDraw, The_swatch_takes_the_chosen_colour_offered_red_first) {
         user.Click(kDialog, "color_box");
         EXPECT_EQ(user.OfferedColor(), kRed);
         EXPECT_EQ(The<Record_View_Draw>().color_box.BackColor(), RGB(4, 5, 6));
+    });
+}
+
+TEST_F(RecordDraw, The_swatch_offers_its_colours_by_keyboard_too) {
+    Dialog([this] {
+        user.AnswerColor(RGB(1, 2, 3));
+        user.Press(kDialog, "color_box", Qt::Key_Space);
+        EXPECT_EQ(The<Record_View_Draw>().color_box.BackColor(), RGB(1, 2, 3));
     });
 }
 

@@ -3,8 +3,10 @@
 #include "platform/qt/text.h"
 #include "platform/toolkit.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QResizeEvent>
 
 namespace vantrel {
@@ -20,18 +22,54 @@ public:
         setWordWrap(true);
     }
     void Fit() { setFont(FittingFont(QApplicationFont(), text(), rect())); }
+    /// A stop of the Tab key, with the look of a link.
+    void BecomeLink() {
+        is_link_ = true;
+        setFocusPolicy(Qt::StrongFocus);
+        setCursor(Qt::PointingHandCursor);
+        setForegroundRole(QPalette::Link);
+        Fit();
+    }
 
 protected:
+    void paintEvent(QPaintEvent* event) override {
+        QLabel::paintEvent(event);
+        if (!hasFocus()) return;
+        // On a swatch of any colour one of the two is to be seen.
+        QPainter painter(this);
+        const QRect edge = rect().adjusted(0, 0, -1, -1);
+        painter.setPen(Qt::white);
+        painter.drawRect(edge);
+        painter.setPen(Qt::DotLine);
+        painter.drawRect(edge);
+    }
     void resizeEvent(QResizeEvent* event) override {
         QLabel::resizeEvent(event);
         Fit();
     }
 
 private:
-    QFont QApplicationFont() const { return parentWidget() ? parentWidget()->font() : font(); }
+    QFont QApplicationFont() const {
+        QFont designed = parentWidget() ? parentWidget()->font() : font();
+        designed.setUnderline(is_link_);
+        return designed;
+    }
+    bool is_link_ = false;
 };
 
 LabelWidget& LabelOf(QWidget* widget) { return *static_cast<LabelWidget*>(widget); }
+
+/// True for a click with the mouse, and for the keys that press a button.
+bool IsClick(const QEvent& event, const QWidget& widget) {
+    if (event.type() == QEvent::KeyPress) {
+        const auto& pressed = static_cast<const QKeyEvent&>(event);
+        const int key = pressed.key();
+        return !pressed.isAutoRepeat() && (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter);
+    }
+    if (event.type() != QEvent::MouseButtonRelease) return false;
+    const auto& mouse = static_cast<const QMouseEvent&>(event);
+    return mouse.button() == Qt::LeftButton && widget.rect().contains(mouse.position().toPoint());
+}
 
 }  // namespace
 
@@ -39,10 +77,9 @@ Label::Label(const Place& place, const std::string& name, const Box& box, const 
     : Control(place, name, box, new LabelWidget) {
     SetCaption(caption);
     WatchEvents(widget_, life_, [this](QObject*, QEvent* event) {
-        if (event->type() == QEvent::Enter && OnClick) widget_->setCursor(Qt::PointingHandCursor);
-        if (event->type() != QEvent::MouseButtonRelease || !OnClick) return false;
-        const auto* mouse = static_cast<QMouseEvent*>(event);
-        if (mouse->button() != Qt::LeftButton || !widget_->rect().contains(mouse->position().toPoint())) return false;
+        if (!OnClick) return false;
+        if (event->type() == QEvent::Show) LabelOf(widget_).BecomeLink();
+        if (!IsClick(*event, *widget_)) return false;
         Raise(OnClick);
         return true;
     });
