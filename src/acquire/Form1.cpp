@@ -141,6 +141,7 @@ void Form1::Connected_to_Instrument_Click() {
     Unload<Form3>();
     Unload<Connect>();
     The<Connect>().ShowModal();
+    if (!IsLoaded<Connect>()) return;  // the session ended over it: its sessions are closed, and nothing was chosen
     const BusyCursor busy;
     if (DeviceCount == 0) {
         Disable_All();

@@ -1,4 +1,5 @@
 // The Connect dialog at the screen, and what follows when it closes.
+#include "platform/qt/application.h"
 #include "state/shared.h"
 #include "support/desk.h"
 #include "support/errors.h"
@@ -664,6 +665,25 @@ TEST_F(ConnectDialog, Run_that_lost_its_devices_to_Connect_sends_nothing_and_end
     for (const auto& message : sent) EXPECT_NE(message.second, "rout:SCAN\n");
     EXPECT_EQ(DeviceCount, 1);
     EXPECT_EQ(user.Messages(), Strings{"End of Job."});
+}
+
+TEST_F(ConnectDialog, Session_that_ends_over_the_dialog_takes_nothing_over_and_asks_nobody) {
+    Open(Instruments(2));
+    Connect({0});
+    user.WhenShown("Connect", [this] {
+        wire->ClearTranscript();
+        EndSession();
+    });
+    user.Menu("Connected_to_Instrument");
+    EXPECT_TRUE(user.Messages().empty());
+    EXPECT_TRUE(wire->Sent().empty());
+}
+
+TEST_F(ConnectDialog, Session_that_ends_over_the_first_dialog_is_no_error) {
+    Open(Instruments(2));
+    user.WhenShown("Connect", [] { EndSession(); });
+    user.Menu("Connected_to_Instrument");
+    EXPECT_TRUE(user.Messages().empty());
 }
 
 TEST_F(ConnectDialog, Dialog_opened_again_while_it_loads_is_shown_twice_and_works) {
