@@ -4,10 +4,7 @@
 #include "platform/open_file.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <fcntl.h>
 #include <filesystem>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -37,26 +34,6 @@ void CheckEntryName(const std::string& name) {
                          name.find_first_of(kSeparators) == std::string::npos;
     if (!is_good) throw RunTimeError(kNotAValidName);
 }
-
-/// Keeps every other program from opening the database at `path` while it is deleted. Raises error 70 if one has it
-/// open.
-class DeletionLock {
-public:
-    explicit DeletionLock(const std::string& path)
-        : descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
-        if (descriptor_ < 0) throw RunTimeError(kPermissionDenied);
-        if (flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
-            close(descriptor_);
-            throw RunTimeError(kPermissionDenied);
-        }
-    }
-    ~DeletionLock() { close(descriptor_); }
-    DeletionLock(const DeletionLock&) = delete;
-    DeletionLock& operator=(const DeletionLock&) = delete;
-
-private:
-    int descriptor_;
-};
 
 }  // namespace
 
@@ -94,9 +71,7 @@ bool FileExists(const std::string& path) {
 
 void Kill(const std::string& path) {
     if (!FileExists(path)) throw RunTimeError(kFileNotFound);
-    // Asked first, as the lock below opens and closes the file, which would drop the locks of this program's own use.
-    if (OpenFile::IsHeld(path)) throw RunTimeError(kPermissionDenied);
-    const DeletionLock lock(path);
+    const SoleUse nobody_elses(path);
     // The database goes before its journal: the other way round a power cut between the two would leave a database
     // that is half written and cannot be repaired.
     if (unlink(path.c_str()) != 0) throw RunTimeError(kPermissionDenied);

@@ -89,6 +89,19 @@ std::string OpenFile::Read(std::size_t offset, std::size_t count) const {
     return bytes;
 }
 
+SoleUse::SoleUse(const std::string& path) {
+    // Asked first, as opening and closing the file would drop the locks of this program's own use.
+    if (OpenFile::IsHeld(path)) throw RunTimeError(kPermissionDenied);
+    descriptor_ = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor_ < 0) throw RunTimeError(kPermissionDenied);
+    if (flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        close(descriptor_);
+        throw RunTimeError(kPermissionDenied);
+    }
+}
+
+SoleUse::~SoleUse() { close(descriptor_); }
+
 void DeleteLeftovers(const std::string& path) {
     for (const char* ending : {"-journal", "-wal", "-shm"}) unlink((path + ending).c_str());
 }

@@ -39,6 +39,19 @@ private:
     FileIdentity identity_;
 };
 
+/// Keeps every other program from opening the file at `path` as a database for as long as the object lives. Any program
+/// has it open, this one included, or it may not be read: error 70.
+class SoleUse {
+public:
+    explicit SoleUse(const std::string& path);
+    ~SoleUse();
+    SoleUse(const SoleUse&) = delete;
+    SoleUse& operator=(const SoleUse&) = delete;
+
+private:
+    int descriptor_;
+};
+
 /// Deletes what an engine may have left beside the database at `path`: without its database it is worse than useless,
 /// as it would be played back into the next one of that name.
 void DeleteLeftovers(const std::string& path);

@@ -3,10 +3,14 @@
 #include "platform/code_page.h"
 #include "platform/errors.h"
 #include "platform/files.h"
+#include "platform/open_file.h"
 
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 #include <map>
+#include <optional>
+#include <system_error>
 
 namespace vantrel {
 
@@ -45,6 +49,10 @@ void RequireWritten(bool written) {
 
 void OpenForOutput(const std::string& path, int number) {
     if (OpenFiles().contains(number)) throw RunTimeError(kFileAlreadyOpen);
+    // Somebody may agree to replace a record, but not one that is being written to.
+    std::optional<SoleUse> nobody_elses;
+    std::error_code fault;
+    if (std::filesystem::is_regular_file(path, fault)) nobody_elses.emplace(path);
     std::FILE* file = std::fopen(path.c_str(), "wbe");
     if (file == nullptr) throw RunTimeError(OpenFault(errno));
     OpenFiles().emplace(number, file);

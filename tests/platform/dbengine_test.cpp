@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <sys/file.h>
 #include <sys/resource.h>
+#include <utility>
 
 namespace vantrel {
 namespace {
@@ -53,15 +54,20 @@ Texts Walk(Recordset rows, const std::string& column = "num") {
     return texts;
 }
 
+int cause_of_failed_write = 0;
+
 ssize_t WriteNothing(int, const void*, size_t, off_t) {
-    errno = ENOSPC;
+    errno = cause_of_failed_write;
     return -1;
 }
 
 /// While it lives, every write of the engine meets a full disk.
 class FullDisk {
 public:
-    FullDisk() { SetWrite(reinterpret_cast<sqlite3_syscall_ptr>(WriteNothing)); }
+    explicit FullDisk(int cause = ENOSPC) {
+        cause_of_failed_write = cause;
+        SetWrite(reinterpret_cast<sqlite3_syscall_ptr>(WriteNothing));
+    }
     ~FullDisk() { SetWrite(nullptr); }
     FullDisk(const FullDisk&) = delete;
     FullDisk& operator=(const FullDisk&) = delete;
@@ -228,6 +234,22 @@ TEST_F(Record, In_a_folder_that_may_not_be_written_is_refused_and_none_can_be_ma
     });
     EXPECT_EQ(other.End(), 0);
     std::filesystem::permissions(folder.Path(), std::filesystem::perms::owner_all);
+}
+
+TEST_F(Record, Behind_a_link_into_a_folder_that_may_not_be_written_is_refused) {
+    database.Close();
+    const TempFolder elsewhere;
+    std::filesystem::permissions(path, std::filesystem::perms::all);
+    std::filesystem::rename(path, elsewhere / "a.mdb");
+    std::filesystem::create_symlink(elsewhere / "a.mdb", path);
+    std::filesystem::permissions(folder.Path(), std::filesystem::perms::all);
+    std::filesystem::permissions(elsewhere.Path(), static_cast<std::filesystem::perms>(0555));
+    ChildProcess other([&](const ChildProcess::Contact&) {
+        if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0)) throw std::runtime_error("still root");
+        if (ErrorOf([&] { TheDBEngine().OpenDatabase(path); }) != kNoPermission) throw std::runtime_error("opened");
+    });
+    EXPECT_EQ(other.End(), 0);
+    std::filesystem::permissions(elsewhere.Path(), std::filesystem::perms::owner_all);
 }
 
 TEST_F(Record, Leaves_nothing_beside_its_file) {
@@ -697,6 +719,51 @@ TEST_F(Record, Is_stored_by_two_programs_in_turn) {
     EXPECT_EQ(other.End(), 0);
 }
 
+/// Tells the test when a wait for the other program begins, and waits until the test has gone on.
+class WaitThatTheTestSees : public VirtualClock {
+public:
+    explicit WaitThatTheTestSees(const ChildProcess::Contact& test) : test_(test) {}
+    void Sleep(int milliseconds) override {
+        VirtualClock::Sleep(milliseconds);
+        if (std::exchange(is_first_, false)) {
+            test_.Send();
+            test_.Await();
+        }
+    }
+
+private:
+    const ChildProcess::Contact& test_;
+    bool is_first_ = true;
+};
+
+TEST_F(Record, Is_written_by_a_transaction_while_another_program_waits_to_write) {
+    AddRows(database, {"1"});
+    ChildProcess other([&](const ChildProcess::Contact& test) {
+        Recordset theirs = TheDBEngine().OpenDatabase(path).OpenRecordset("select * from data");
+        theirs.AddNew();
+        theirs.Set("num", "2");
+        test.Await();
+        const WaitThatTheTestSees clock(test);
+        theirs.Update();
+    });
+    VirtualClock clock;
+    Database::Transaction transaction(database);
+    Recordset rows = All();
+    rows.MoveFirst();
+    other.Talk().Send();
+    ASSERT_TRUE(other.Talk().Await());
+    rows.Edit();
+    rows.Set("num", "7");
+    EXPECT_EQ(ErrorOf([&] {
+                  rows.Update();
+                  transaction.Commit();
+              }),
+              0);
+    other.Talk().Send();
+    EXPECT_EQ(other.End(), 0);
+    EXPECT_EQ(Stored(), (Texts{"7", "2"}));
+}
+
 TEST_F(Record, Keeps_a_transaction_of_one_user_when_another_in_the_same_program_closes) {
     Database::Transaction transaction(database);
     Recordset rows = All();
@@ -757,6 +824,40 @@ TEST_F(Record, Is_as_before_when_the_program_is_killed_within_a_transaction) {
     EXPECT_EQ(Stored(), Counting(500));
 }
 
+/// A program that is killed while it writes all rows anew: its changes are in the file in part, the old rows in the
+/// journal.
+void KillInTheMiddleOfAChange(const std::string& path) {
+    ChildProcess program([&](const ChildProcess::Contact& test) {
+        sqlite3* file = nullptr;
+        sqlite3_open(path.c_str(), &file);
+        constexpr const char* kChange = "pragma cache_size=5; begin; update data set num='x'";
+        if (sqlite3_exec(file, kChange, nullptr, nullptr, nullptr) != SQLITE_OK) throw std::runtime_error("no change");
+        test.Send();
+        test.Await();
+    });
+    ASSERT_TRUE(program.Talk().Await());
+    program.Kill();
+}
+
+TEST_F(Record, That_a_killed_program_left_with_half_a_page_is_restored_from_its_journal) {
+    AddRows(database, Counting(500));
+    database.Close();
+    KillInTheMiddleOfAChange(path);
+    std::filesystem::resize_file(path, std::filesystem::file_size(path) + 100);
+    EXPECT_EQ(Stored(), Counting(500));
+}
+
+TEST_F(Record, Behind_a_link_is_restored_from_the_journal_beside_the_file_itself) {
+    AddRows(database, Counting(500));
+    database.Close();
+    const TempFolder elsewhere;
+    std::filesystem::rename(path, elsewhere / "a.mdb");
+    std::filesystem::create_symlink(elsewhere / "a.mdb", path);
+    KillInTheMiddleOfAChange(path);
+    std::filesystem::resize_file(path, std::filesystem::file_size(path) + 100);
+    EXPECT_EQ(Stored(), Counting(500));
+}
+
 TEST_F(Record, Raises_3026_on_a_full_disk_and_keeps_the_rows_stored_before) {
     AddRows(database, {"1"});
     Recordset rows = All();
@@ -781,6 +882,37 @@ TEST_F(Record, Stores_again_when_the_disk_has_room_again) {
     }
     rows.Update();
     EXPECT_EQ(Stored(), (Texts{"1"}));
+}
+
+TEST_F(Record, Raises_3026_where_the_disk_has_room_but_the_user_has_none) {
+    Recordset rows = All();
+    for (const int cause : {EDQUOT, EFBIG}) {
+        const FullDisk full(cause);
+        rows.AddNew();
+        EXPECT_EQ(ErrorOf([&] { rows.Update(); }), kEngineFull) << cause;
+    }
+}
+
+TEST_F(Record, Whose_file_is_moved_or_deleted_while_it_is_open_takes_no_more_rows) {
+    Recordset rows = All();
+    const auto store = [&] {
+        return ErrorOf([&] {
+            rows.AddNew();
+            rows.Set("num", "2");
+            rows.Update();
+        });
+    };
+    AddRows(database, {"1"});
+    std::filesystem::rename(path, folder / "elsewhere.mdb");
+    EXPECT_EQ(store(), kReadOnly);
+    std::filesystem::copy_file(folder / "elsewhere.mdb", path);
+    EXPECT_EQ(store(), kReadOnly);
+    EXPECT_EQ(Stored(), (Texts{"1"}));
+    std::filesystem::remove(path);
+    EXPECT_EQ(store(), kReadOnly);
+    std::filesystem::rename(folder / "elsewhere.mdb", path);
+    EXPECT_EQ(store(), 0);
+    EXPECT_EQ(Stored(), (Texts{"1", "2"}));
 }
 
 // ---- Transactions
@@ -855,16 +987,17 @@ TEST_F(Record, Stores_singly_again_after_Undo_and_Commit_then_does_nothing) {
 TEST_F(Record, Raises_what_goes_wrong_with_a_commit_and_is_usable_afterwards) {
     AddRows(database, {"1"});
     VirtualClock clock;
-    Database other = TheDBEngine().OpenDatabase(path);
+    sqlite3* reader = nullptr;
+    sqlite3_open(path.c_str(), &reader);
+    ASSERT_EQ(sqlite3_exec(reader, "begin; select * from data", nullptr, nullptr, nullptr), SQLITE_OK);
     {
-        const Database::Transaction reading(other);
-        Recordset theirs = other.OpenRecordset("select * from data");
         Database::Transaction transaction(database);
         Recordset rows = All();
         rows.AddNew();
         rows.Update();
         EXPECT_EQ(ErrorOf([&] { transaction.Commit(); }), kLockedByOther);
     }
+    sqlite3_close(reader);
     AddRows(database, {"2"});
     EXPECT_EQ(Stored(), (Texts{"1", "2"}));
 }

@@ -1,4 +1,5 @@
 // Text files for output, by number.
+#include "platform/dbengine.h"
 #include "platform/files.h"
 #include "support/child_process.h"
 #include "support/errors.h"
@@ -115,6 +116,31 @@ TEST_F(OutputFile, Cannot_be_one_that_is_write_protected) {
     });
     EXPECT_EQ(someone.End(), 0);
     EXPECT_EQ(FileBytes(path), "kept");
+}
+
+TEST_F(OutputFile, Cannot_be_a_database_that_is_open_and_leaves_it_as_it_was) {
+    const std::string record = folder / "Record1.mdb";
+    Database database = TheDBEngine().CreateDatabase(record, "", 0);
+    const std::string before = FileBytes(record);
+    std::filesystem::create_symlink(record, folder / "link.csv");
+    for (const std::string& target : {record, folder / "link.csv"}) EXPECT_EQ(OpenError(target), kPermissionDenied);
+    EXPECT_EQ(FileBytes(record), before);
+    database.Close();
+    EXPECT_EQ(OpenError(record), 0);
+}
+
+TEST_F(OutputFile, Cannot_be_a_database_that_another_program_has_open) {
+    const std::string record = folder / "Record1.mdb";
+    TheDBEngine().CreateDatabase(record, "", 0);
+    const std::string before = FileBytes(record);
+    ChildProcess other([&](const ChildProcess::Contact& test) {
+        const Database database = TheDBEngine().OpenDatabase(record);
+        test.Send();
+        test.Await();
+    });
+    ASSERT_TRUE(other.Talk().Await());
+    EXPECT_EQ(OpenError(record), kPermissionDenied);
+    EXPECT_EQ(FileBytes(record), before);
 }
 
 TEST_F(OutputFile, Cannot_be_in_a_folder_that_is_not_there) {

@@ -4,6 +4,7 @@
 #include "platform/errors.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <unistd.h>
 
@@ -38,6 +39,12 @@ int ErrorNumberOf(int code) {
 
 void Check(int code) {
     if (code != SQLITE_OK) throw RunTimeError(ErrorNumberOf(code));
+}
+
+/// The engine knows of a full disk and not of a user's share of it.
+bool IsShareUsedUp(int code, sqlite3* database) {
+    const int cause = sqlite3_system_errno(database);
+    return (code & 0xff) == SQLITE_IOERR && (cause == EDQUOT || cause == EFBIG);
 }
 
 /// The size of a database's pages in bytes, from its header.
@@ -92,8 +99,8 @@ void Statement::Bind(int parameter, const Text& value) {
 bool Statement::Step() {
     const int code = sqlite3_step(statement_);
     if (code == SQLITE_ROW) return true;
-    if (code != SQLITE_DONE) Check(code);
-    return false;
+    if (code == SQLITE_DONE) return false;
+    throw RunTimeError(IsShareUsedUp(code, sqlite3_db_handle(statement_)) ? kEngineFull : ErrorNumberOf(code));
 }
 
 std::string_view Statement::View(int column) const {
@@ -112,9 +119,12 @@ void Statement::Read(int column, Text* value) const {
 }
 
 Connection::Connection(const std::string& path, bool is_new) : file_(OpenFile::Hold(path)) {
-    if (!is_new) CheckFormat(path);
-    const std::filesystem::path whole_path = std::filesystem::absolute(path);
-    // The journal lies beside the file: without the right to make one there every write would fail later.
+    // The journal lies beside the file itself, whatever link leads to it.
+    std::error_code fault;
+    const std::filesystem::path whole_path = std::filesystem::canonical(path, fault);
+    if (fault) throw RunTimeError(kFileMissing);
+    if (!is_new) CheckFormat(whole_path);
+    // Without the right to make a journal every write would fail later.
     if (access(whole_path.parent_path().c_str(), W_OK) != 0) throw RunTimeError(kNoPermission);
     try {
         constexpr int kForOneThread = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;

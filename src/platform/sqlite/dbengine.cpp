@@ -97,7 +97,9 @@ void Database::Close() {
 Database::Transaction::Transaction(const Database& database) {
     engine::Connection& connection = Opened(database.connection_);
     if (connection.IsInTransaction()) return;  // part of the one that is under way
-    connection.Run("begin");
+    // With the lock for writing from the start: who took it behind a first reading could meet a program that waits for
+    // the end of that reading, and would have to give up.
+    connection.Run("begin immediate");
     connection_ = database.connection_;
 }
 
