@@ -11,6 +11,7 @@
 #include <QColorDialog>
 #include <QDesktopServices>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QMessageBox>
 #include <QProcess>
@@ -161,14 +162,38 @@ Colour ShowColor(Colour start) {
     return RunDialog(dialog) == QDialog::Accepted ? FromQt(dialog.selectedColor()) : start;
 }
 
+namespace {
+
+constexpr const char* kSaveTitle = "Save As";
+
+/// Gives `path` the extension if it has none, and asks for consent if that is a file that is there. False: refused.
+bool TakesExtension(QString* path, const std::string& extension) {
+    const QFileInfo without(*path);
+    if (without.fileName().contains('.')) return true;
+    *path += "." + ToQt(extension);
+    if (!QFileInfo::exists(*path)) return true;
+    const std::string question = FromQt(QFileInfo(*path).fileName()) + " already exists.\nDo you want to replace it?";
+    return ShowMessage(kSaveTitle, question, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+}  // namespace
+
 void CommonDialog::ShowSave() {
     QFileDialog dialog;
+    dialog.setWindowTitle(kSaveTitle);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(ToQt(DefaultExt));
     dialog.setNameFilter(ToQt(Filter));
     if (!FileName.empty()) dialog.selectFile(ToQt(FileName));
-    if (RunDialog(dialog) != QDialog::Accepted) throw RunTimeError(kCancel);
-    FileName = FromQt(dialog.selectedFiles().constFirst());
+    // The desktop's own dialog, in which Qt lays nothing out, knows no extension: it would ask for consent to another
+    // file than the one that is taken in the end.
+    const bool is_the_desktops = dialog.layout() == nullptr;
+    if (!is_the_desktops) dialog.setDefaultSuffix(ToQt(DefaultExt));
+    QString chosen;
+    do {
+        if (RunDialog(dialog) != QDialog::Accepted) throw RunTimeError(kCancel);
+        chosen = dialog.selectedFiles().constFirst();
+    } while (is_the_desktops && !TakesExtension(&chosen, DefaultExt));
+    FileName = FromQt(chosen);
 }
 
 Colour ButtonFace() { return FromQt(QApplication::palette().color(QPalette::Button)); }
