@@ -435,8 +435,8 @@ public:
 };
 
 /// A date and time field. `format` uses yyyy MM dd HH hh mm ss; "hh" is the hour of the 12-hour clock, from 01 to 12:
-/// the value keeps its half of the day whatever field is edited, and the keys A and P take it to the half before and
-/// after noon. The tool tip tells the full time with 24 hours.
+/// the value keeps its half of the day whatever field is edited. The keys A and P take it to the half before and after
+/// noon, and an hour that is typed as 00 or 13 to 23 to its own. The tool tip tells the full time with 24 hours.
 class DTPicker : public Control {
 public:
     DTPicker(const Place& place, const std::string& name, const Box& box, const std::string& format);

@@ -255,6 +255,22 @@ TEST_F(Pickers, A_typed_hour_lies_in_the_same_half_of_the_day) {
     EXPECT_EQ(edit.currentSection(), QDateTimeEdit::MinuteSection);
 }
 
+TEST_F(Pickers, A_typed_hour_that_is_not_on_the_dial_is_one_of_24) {
+    for (const auto& [typed, hour] : {std::pair{"07", 19}, {"00", 0}, {"07", 7}, {"13", 13}, {"20", 20}, {"23", 23}}) {
+        Focus(QDateTimeEdit::HourSection);
+        QTest::keyClicks(&edit, typed);
+        EXPECT_EQ(trial.StartTime.Value(), At(hour, 4, 5)) << typed;
+        EXPECT_EQ(edit.currentSection(), QDateTimeEdit::MinuteSection) << typed;
+        EXPECT_EQ(QToolTip::text(), edit.dateTime().toString("yyyy/MM/dd  HH:mm:ss")) << typed;
+    }
+}
+
+TEST_F(Pickers, A_second_digit_that_makes_no_hour_is_the_hour) {
+    Focus(QDateTimeEdit::HourSection);
+    QTest::keyClicks(&edit, "27");
+    EXPECT_EQ(trial.StartTime.Value(), At(19, 4, 5));
+}
+
 TEST_F(Pickers, Steps_of_the_hour_go_round_in_the_same_half_of_the_day) {
     trial.StartTime.SetValue(At(23, 4, 5));
     Focus(QDateTimeEdit::HourSection);

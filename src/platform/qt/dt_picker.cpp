@@ -106,7 +106,7 @@ private:
 
     /// The hour on the dial becomes that of the present half of the day.
     QString WithFullHour(const QString& text) const {
-        const int half = time().hour() / 12;
+        const int half = Half();
         return WithHour(text, [half](int hour) { return hour < 1 || hour > 12 ? hour : hour % 12 + 12 * half; });
     }
 
@@ -129,36 +129,48 @@ private:
         return separator && typed_ < 0 && lineEdit()->selectedText() == sectionText(currentSection());
     }
 
-    void SetOnDial(int hour) {
-        setTime(QTime(hour % 12 + time().hour() / 12 * 12, time().minute(), time().second()));
+    int Half() const { return time().hour() / 12; }
+
+    void SetHour(int hour) {
+        setTime(QTime(hour, time().minute(), time().second()));
         setSelectedSection(HourSection);
     }
 
-    /// The same hour on the dial before noon (0) or after it (1). The field looks as before, so the tool tip comes up.
+    void SetOnDial(int hour) { SetHour(hour % 12 + 12 * Half()); }
+
+    /// The same hour on the dial before noon (0) or after it (1).
     void SetHalf(int half) {
         typed_ = -1;
         const Section section = currentSection();
-        setTime(QTime(time().hour() % 12 + 12 * half, time().minute(), time().second()));
+        SetHour(time().hour() % 12 + 12 * half);
         setSelectedSection(section);
-        QToolTip::showText(mapToGlobal(rect().bottomLeft()), toolTip(), this);
+        ShowFullTime();
     }
 
+    /// An hour that is not on the dial is one of 24, and takes its half of the day with it.
     void TypeHour(int digit) {
         const int two = typed_ * 10 + digit;
-        if (typed_ >= 0 && two >= 1 && two <= 12) {
-            SetOnDial(two);
+        if (typed_ >= 0 && two < 24) {
+            if (two >= 1 && two <= 12)
+                SetOnDial(two);
+            else
+                SetHour(two);
             LeaveHour();
             return;
         }
         typed_ = digit;
         if (digit > 0) SetOnDial(digit);
-        if (digit > 1) LeaveHour();
+        if (digit > 2) LeaveHour();
     }
 
     void LeaveHour() {
         typed_ = -1;
         setSelectedSection(MinuteSection);
+        ShowFullTime();
     }
+
+    /// The dial does not show which half of the day it is.
+    void ShowFullTime() { QToolTip::showText(mapToGlobal(rect().bottomLeft()), toolTip(), this); }
 
     void TellFullTime() { setToolTip(dateTime().toString(format24_)); }
 
