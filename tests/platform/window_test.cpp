@@ -111,6 +111,15 @@ TEST(Windows, Escape_does_nothing_in_the_main_window) {
     EXPECT_TRUE(user.Sees("Main"));
 }
 
+TEST(Windows, F10_opens_the_first_menu) {
+    User user;
+    The<Main>().Show();
+    user.Press("Main", "Command1", Qt::Key_F10);
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    EXPECT_EQ(QApplication::activePopupWidget()->objectName(), "help");
+    QApplication::activePopupWidget()->close();
+}
+
 TEST(Windows, Enter_presses_the_focused_button_only) {
     User user;
     The<Other>().Command1.OnClick = [] { happened.push_back("pressed"); };

@@ -177,6 +177,8 @@ void WindowFrame::closeEvent(QCloseEvent* event) {
 void WindowFrame::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && !IsMain())
         CloseBoxPressed();
+    else if (event->key() == Qt::Key_F10 && menu_bar_ && !menu_bar_->actions().isEmpty())
+        menu_bar_->setActiveAction(menu_bar_->actions().first());
     else
         QWidget::keyPressEvent(event);
 }
