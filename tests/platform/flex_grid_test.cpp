@@ -153,6 +153,39 @@ TEST_F(Grids, Space_on_the_current_cell_is_a_click) {
     EXPECT_EQ(happened, (Happened{"3,3", "3,4"}));
 }
 
+TEST_F(Grids, The_first_key_goes_to_the_first_cell_and_none_into_the_headings) {
+    struct Step {
+        Qt::Key key;
+        int row, col;
+    };
+    for (const Step& it :
+         {Step{Qt::Key_Down, 2, 2}, Step{Qt::Key_Up, 2, 2}, Step{Qt::Key_Left, 2, 2}, Step{Qt::Key_Right, 2, 3},
+          Step{Qt::Key_Down, 3, 3}, Step{Qt::Key_Home, 3, 2}, Step{Qt::Key_End, 3, 4}, Step{Qt::Key_PageUp, 2, 4}}) {
+        user.Press("Trial", "MSFlexGrid1(0)", it.key);
+        EXPECT_EQ(std::pair(grid.Row(), grid.Col()), std::pair(it.row, it.col)) << it.key;
+        EXPECT_EQ(view.currentIndex(), view.model()->index(it.row, it.col)) << it.key;
+    }
+}
+
+TEST_F(Grids, The_first_key_in_a_scrolled_table_goes_to_a_cell_in_sight) {
+    grid.SetRows(200);
+    DoEvents();
+    view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
+    user.Press("Trial", "MSFlexGrid1(0)", Qt::Key_Down);
+    EXPECT_GT(grid.Row(), 150);
+}
+
+TEST_F(Grids, The_focus_alone_leaves_the_current_cell) {
+    grid.SetRow(4);
+    grid.SetCol(3);
+    The<Trial>().Text1.SetFocus();
+    view.setFocus(Qt::TabFocusReason);
+    DoEvents();
+    EXPECT_EQ(std::pair(grid.Row(), grid.Col()), std::pair(4, 3));
+    user.Press("Trial", "MSFlexGrid1(0)", Qt::Key_Space);
+    EXPECT_EQ(happened, Happened{});
+}
+
 TEST_F(Grids, Fixed_cells_stay_when_the_others_scroll) {
     grid.SetRows(200);
     DoEvents();

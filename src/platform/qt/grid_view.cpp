@@ -241,6 +241,20 @@ void GridView::keyPressEvent(QKeyEvent* event) {
         QTableView::keyPressEvent(event);
 }
 
+// The focus alone moves nothing: an item view would make its first cell the current one.
+void GridView::focusInEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusInEvent(event);
+    viewport()->update();
+}
+
+// The first key leads to the first cell in sight, and none leads into the headings.
+QModelIndex GridView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const QModelIndex to = currentIndex().isValid()
+                               ? QTableView::moveCursor(action, modifiers)
+                               : cells_->index(std::max(rowAt(FixedHeight()), 0), std::max(columnAt(FixedWidth()), 0));
+    return cells_->index(std::max(to.row(), cells_->fixed_rows), std::max(to.column(), cells_->fixed_cols));
+}
+
 void GridView::contextMenuEvent(QContextMenuEvent* event) {
     QMenu menu;
     menu.addAction("Copy", QKeySequence::Copy, this, [this] { CopySelection(); });
