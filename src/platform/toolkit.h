@@ -260,6 +260,7 @@ public:
     Colour BackColor() const;
     /// Sets the background; the widget has it as property BackColor, too.
     void SetBackColor(Colour colour);
+    /// As the Tab key does: a text that the control holds is selected, so that typing takes its place.
     void SetFocus();
     /// Whether the Tab key stops here, as it does at first. A click goes on giving it the focus.
     void SetTabStop(bool stop);

@@ -49,6 +49,22 @@ TEST_F(AllSettings, Dialog_and_its_controls_have_their_sizes) {
     });
 }
 
+TEST_F(AllSettings, Division_and_colour_are_set_by_keyboard) {
+    OpenAndConnect();
+    Settings([this] {
+        const std::string grid = "MSFlexGrid1(0)";
+        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Space})
+            user.Press("Form2", grid, key);
+        QWidget* editor = user.FindWindow("Form2")->focusWidget();
+        EXPECT_EQ(editor->objectName(), "Text1(0)");
+        QTest::keyClicks(editor, "25");
+        EXPECT_EQ(ChannelDivision(0, 1), "25") << "typed in place of what the cell held";
+        user.AnswerColor(RGB(1, 2, 3));
+        for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Space}) user.Press("Form2", grid, key);
+        EXPECT_EQ(ChannelColor(0, 1), RGB(1, 2, 3));
+    });
+}
+
 TEST_F(AllSettings, Each_device_has_a_tab_and_the_first_is_in_front) {
     OpenAndConnect({0, 1});
     Settings([this] {
