@@ -100,19 +100,20 @@ void Record_View_Draw::Draw_Rows(int draw, double y_scale) {
     std::string p;
 
     const auto step = [&](double dy) {
+        if (!FitsSingle(y))
+            throw RunTimeError(kOverflow, "The reading in row " + Str(Row_Index - 1) + ", behind a gap, is too large.");
         Trend_Step(draw_pic, x, y, x_step, dy, color_box.BackColor());
         x = draw_pic.CurrentX();
         y = draw_pic.CurrentY();
     };
     for (Row_Index = Row_First; Row_Index <= Row_Last; Row_Index += 1.0) {
         t = Stored_Text(database, Row_Index, Combo_chan.Text(), t);
-        double d = (Val(t) - Val(offset_box.Text())) * y_scale;
-        d = d - (base - y);
+        const double up = (Val(t) - Val(offset_box.Text())) * y_scale;
+        const double d = up - (base - y);
         if (p == kNoReading && t != kNoReading) {
             x = x + x_step;
-            y = y - d;
-            if (!FitsSingle(y))
-                throw RunTimeError(kOverflow, "The reading in row " + Str(Row_Index) + ", behind a gap, is too large.");
+            // Not y - d: between two gaps the pen may have been at an overload, beyond all precision.
+            y = base - up;
         } else if (Val(t) > kOverload) {  // an overload drops off the lower edge
             step(kOverload);
         } else if (Val(t) < -kOverload) {

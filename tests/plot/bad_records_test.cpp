@@ -237,10 +237,10 @@ TEST_F(BadRecords, Drag_of_the_cursor_over_a_record_that_is_gone_is_told_once) {
 }
 
 TEST_F(BadRecords, Drawing_that_fails_half_way_leaves_traces_and_cursor_as_they_were) {
-    // An overload right behind a gap has no place on the plot.
+    // An overload right behind a gap has no place on the plot that a line could start from.
     MakeRecord(Record("Record1"), 5, Level);
-    MakeRecord(Record("Record2"), 4, [](int row, int) {
-        return Texts{"1", "2", " ", "+9.90000000E+37"}[static_cast<std::size_t>(row) - 1];
+    MakeRecord(Record("Record2"), 5, [](int row, int) {
+        return Texts{"1", "2", " ", "+9.90000000E+37", "3"}[static_cast<std::size_t>(row) - 1];
     });
     Dialog([this] {
         Choose("Record1.mdb");

@@ -87,7 +87,7 @@ TEST_F(WhileItDraws, Clean_takes_away_what_is_drawn_and_the_rest_follows) {
 }
 
 TEST_F(WhileItDraws, Clean_before_a_failure_leaves_a_clean_plot) {
-    MakeReadings("Record1", {"1", "2", "3", " ", "+9.9E+37"});
+    MakeReadings("Record1", {"1", "2", "3", " ", "+9.9E+37", "1"});
     MakeReadings("Record2", kRising);
     Choose("Record2");
     Draw();
@@ -147,7 +147,7 @@ TEST_F(WhileItDraws, A_second_draw_that_is_refused_lets_it_go_on) {
 TEST_F(WhileItDraws, A_second_draw_that_fails_lets_it_go_on) {
     MakeReadings("Record1", kRising);
     MakeReadings("Record2", {"1", {}});
-    MakeReadings("Record3", {"-1", " ", "+9.9E+37"});
+    MakeReadings("Record3", {"-1", " ", "+9.9E+37", "1"});
     for (const char* failing : {"Record9.mdb", "Record2.mdb", "Record3.mdb"}) {
         Choose("Record1");
         user.Click(kDialog, "Command2");
@@ -169,8 +169,8 @@ TEST_F(WhileItDraws, A_second_draw_that_fails_lets_it_go_on) {
 }
 
 TEST_F(WhileItDraws, Failures_in_and_behind_a_second_draw_take_back_both_traces) {
-    MakeReadings("Record1", {"1", "2", "3", " ", "+9.9E+37"});
-    MakeReadings("Record2", {"-1", " ", "+9.9E+37"});
+    MakeReadings("Record1", {"1", "2", "3", " ", "+9.9E+37", "1"});
+    MakeReadings("Record2", {"-1", " ", "+9.9E+37", "1"});
     Choose("Record1");
     InYieldOf(2, [&] {
         user.Type(kDialog, "Combo_record", "Record2.mdb");
@@ -184,8 +184,8 @@ TEST_F(WhileItDraws, Failures_in_and_behind_a_second_draw_take_back_both_traces)
 }
 
 TEST_F(WhileItDraws, Clean_in_a_second_draw_that_fails_leaves_a_clean_plot_when_the_first_fails_too) {
-    MakeReadings("Record1", {"1", "2", "3", " ", "+9.9E+37"});
-    MakeReadings("Record2", {"-1", " ", "+9.9E+37"});
+    MakeReadings("Record1", {"1", "2", "3", " ", "+9.9E+37", "1"});
+    MakeReadings("Record2", {"-1", " ", "+9.9E+37", "1"});
     MakeReadings("Record3", kRising);
     Choose("Record3");
     Draw();

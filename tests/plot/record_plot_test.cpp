@@ -169,7 +169,10 @@ INSTANTIATE_TEST_SUITE_P(
         Sequence{"a negative overload", {"1", "-9.90000000E+37", "2", "3"}, {1, -9.9e37, 2, 3}, 4},
         Sequence{"two overloads in a row", {"1", "+9.9E+37", "+9.9E+37", "3"}, {1, 9.9e37, 9.9e37, 3}, 4},
         Sequence{"an overload at first", {"+9.9E+37", "3"}, {9.9e37, 3}, 2},
-        Sequence{"an overload and a gap", {"1", "+9.9E+37", " ", "3", "-3"}, {1, 9.9e37, kGap, 3, -3}, 3}));
+        Sequence{"an overload and a gap", {"1", "+9.9E+37", " ", "3", "-3"}, {1, 9.9e37, kGap, 3, -3}, 3},
+        Sequence{"an overload at last behind a gap", {"1", "3", " ", "+9.9E+37"}, {1, 3, kGap, 9.9e37}, 2},
+        Sequence{
+            "an overload between two gaps", {"1", " ", "+9.9E+37", " ", "2", "3"}, {1, kGap, 9.9e37, kGap, 2, 3}, 2}));
 
 TEST_F(RecordPlot, An_overload_drops_9_9E_8_twips_and_the_next_value_is_on_its_place) {
     MakeReadings("Record1", {"1", "+9.90000000E+37", "2"});
