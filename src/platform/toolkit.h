@@ -355,6 +355,8 @@ public:
     std::string Text() const;
     /// A text that differs runs OnChange.
     void SetText(const std::string& text);
+    /// Marks the whole text: the next key takes its place.
+    void SelectAll();
     Handler OnChange;
     Handler OnClick;
     /// Asked for every character key (backspace, 8, is one; Tab, arrows, Delete and shortcuts are none); false swallows

@@ -146,13 +146,18 @@ TEST_F(AllSettings, Editor_takes_size_place_and_text_of_the_cell) {
     EXPECT_EQ(ChannelOffset(0, 3), "12.5");
 }
 
-TEST_F(AllSettings, Keys_go_to_the_editor_as_soon_as_it_is_there) {
+TEST_F(AllSettings, Keys_go_to_the_editor_as_soon_as_it_is_there_in_place_of_the_old_text) {
     OpenAndConnect();
     Settings([this] {
-        ClickAt(2, 2);
-        user.Press("Form2", Qt::Key_7);
-        EXPECT_EQ(user.Text("Form2", "Text1(0)"), "71");
+        for (const int row : {2, 3}) {
+            ClickAt(row, 2);
+            user.Press("Form2", Qt::Key_7);
+            user.Press("Form2", Qt::Key_5);
+            EXPECT_EQ(user.Text("Form2", "Text1(0)"), "75");
+        }
     });
+    EXPECT_EQ(ChannelDivision(0, 1), "75");
+    EXPECT_EQ(ChannelDivision(0, 2), "75");
 }
 
 TEST_F(AllSettings, Events_run_once_the_editor_stands_on_its_cell) {

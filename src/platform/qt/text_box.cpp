@@ -89,4 +89,6 @@ void TextBox::SetText(const std::string& text) {
     if (OnChange) OnChange();
 }
 
+void TextBox::SelectAll() { EditOf(widget_).selectAll(); }
+
 }  // namespace vantrel
