@@ -260,7 +260,6 @@ public:
     Colour BackColor() const;
     /// Sets the background; the widget has it as property BackColor, too.
     void SetBackColor(Colour colour);
-    /// As the Tab key does: a text that the control holds is selected, so that typing takes its place.
     void SetFocus();
     /// Whether the Tab key stops here, as it does at first. A click goes on giving it the focus.
     void SetTabStop(bool stop);
@@ -355,8 +354,8 @@ public:
     std::string Text() const;
     /// A text that differs runs OnChange.
     void SetText(const std::string& text);
-    /// Marks the whole text: the next key takes its place.
-    void SelectAll();
+    /// Selects the whole text as well, so that typing takes its place.
+    void SetFocus();
     Handler OnChange;
     Handler OnClick;
     /// Asked for every character key (backspace, 8, is one; Tab, arrows, Delete and shortcuts are none); false swallows

@@ -73,7 +73,6 @@ void Form2::MSFlexGrid1_Click(Integer tab) {
         editor.SetLeft(grid.Left() + static_cast<float>(grid.Col() - 1) * grid.ColWidth(1) + grid.ColWidth(0));
         editor.SetTop(grid.Top() + static_cast<float>(grid.Row()) * grid.RowHeight(1));
         editor.SetFocus();
-        editor.SelectAll();
         DoEvents();
     } else if (!on_heading && grid.Col() == kColor) {
         grid.SetCellBackColor(ShowColor(kRed));

@@ -100,7 +100,7 @@ void Control::SetBackColor(Colour colour) {
     widget_->setProperty("BackColor", ToQt(colour));
 }
 
-void Control::SetFocus() { widget_->setFocus(Qt::TabFocusReason); }
+void Control::SetFocus() { widget_->setFocus(Qt::OtherFocusReason); }
 
 void Control::SetTabStop(bool stop) { widget_->setFocusPolicy(stop ? Qt::StrongFocus : Qt::ClickFocus); }
 

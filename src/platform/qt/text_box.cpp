@@ -89,6 +89,9 @@ void TextBox::SetText(const std::string& text) {
     if (OnChange) OnChange();
 }
 
-void TextBox::SelectAll() { EditOf(widget_).selectAll(); }
+void TextBox::SetFocus() {
+    Control::SetFocus();
+    EditOf(widget_).selectAll();
+}
 
 }  // namespace vantrel
