@@ -360,6 +360,15 @@ TEST_F(Runs, Store_each_device_in_its_own_record_and_make_none_for_a_device_with
     EXPECT_EQ(Column(RowsOf(Record("Record3")), 0), Counting(2));
 }
 
+TEST_F(Runs, Store_the_rows_of_both_devices_that_came_to_share_a_record) {
+    OpenConnected(2);
+    RecordName(0) = RecordName(1) = "Record1";
+    RunScans(2);
+    EXPECT_EQ(Column(RowsOf(Record("Record1")), 0), (Texts{"1", "1", "2", "2"}));
+    RunScans(1);
+    EXPECT_EQ(Column(RowsOf(Record("Record1")), 0), (Texts{"1", "2", "3", "4", "5", "5"}));
+}
+
 TEST_F(Runs, Touch_no_file_without_a_record) {
     OpenConnected(1);
     RecordBase(0) = 7;
