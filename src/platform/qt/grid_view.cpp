@@ -243,7 +243,7 @@ void GridView::keyPressEvent(QKeyEvent* event) {
 
 // The focus alone moves nothing: an item view would make its first cell the current one.
 void GridView::focusInEvent(QFocusEvent* event) {
-    QAbstractScrollArea::focusInEvent(event);
+    QAbstractScrollArea::focusInEvent(event);  // NOLINT(bugprone-parent-virtual-call): past that of an item view
     viewport()->update();
 }
 
