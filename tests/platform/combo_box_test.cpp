@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QTest>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 namespace vantrel {
@@ -48,6 +49,22 @@ TEST_F(Combos, Clearing_empties_list_and_field_and_runs_nothing) {
     EXPECT_EQ(box.ListIndex(), -1);
     EXPECT_EQ(box.ListCount(), 1);
     EXPECT_EQ(happened, Happened{});
+}
+
+TEST_F(Combos, A_click_that_opens_the_list_does_not_close_it_however_late_its_end_is_handled) {
+    QWindow* window = qt.window()->windowHandle();
+    const QPoint arrow = qt.mapTo(qt.window(), QPoint(qt.width() - 7, qt.height() / 2));
+    const int interval = QApplication::doubleClickInterval();
+    QApplication::setDoubleClickInterval(0);  // for Qt, the time of a click is over at once
+    QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, arrow);
+    DoEvents();
+    QApplication::setDoubleClickInterval(interval);
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, arrow);
+    DoEvents();
+    EXPECT_NE(QApplication::activePopupWidget(), nullptr);
+    EXPECT_EQ(happened, Happened{});
+    qt.hidePopup();
 }
 
 TEST_F(Combos, A_pick_is_one_click) {

@@ -4,8 +4,10 @@
 #include "platform/toolkit.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QWheelEvent>
 #include <limits>
@@ -28,6 +30,9 @@ public:
         lineEdit()->disconnect(this);
         connect(lineEdit(), &QLineEdit::textChanged, this, &QComboBox::editTextChanged);
         connect(lineEdit(), &QLineEdit::textChanged, this, &ComboWidget::Fit);
+        QWidget* list = view()->parentWidget();
+        for (QWidget* part : {list, view()->viewport()})
+            WatchEvents(part, this, [this](QObject*, QEvent* event) { return EndsOpeningClick(*event); });
     }
 
     /// The entry that Qt holds for the current one, without a signal and without a change of the field.
@@ -58,6 +63,12 @@ public:
     }
 
 protected:
+    void mousePressEvent(QMouseEvent* event) override {
+        press_time_ = event->timestamp();
+        press_place_ = event->globalPosition();
+        QComboBox::mousePressEvent(event);
+    }
+
     void resizeEvent(QResizeEvent* event) override {
         QComboBox::resizeEvent(event);
         Fit();
@@ -71,10 +82,22 @@ protected:
     }
 
 private:
+    /// True for the release of the click that has opened the list. Qt goes by the time at which it gets to see it: in a
+    /// run that may be much later, and the list would close as if the button had been held.
+    bool EndsOpeningClick(const QEvent& event) const {
+        if (event.type() != QEvent::MouseButtonRelease) return false;
+        const auto& release = static_cast<const QMouseEvent&>(event);
+        return release.timestamp() - press_time_ < static_cast<quint64>(QApplication::doubleClickInterval()) &&
+               (release.globalPosition() - press_place_).manhattanLength() < QApplication::startDragDistance();
+    }
+
     void Fit() {
         constexpr int kFieldMargins = 5;  // with the cursor
         lineEdit()->setFont(FittingFont(font(), lineEdit()->text(), lineEdit()->width() - kFieldMargins));
     }
+
+    quint64 press_time_ = 0;  // ms, as the window system counts
+    QPointF press_place_;     // on the screen
 };
 
 ComboBox::ComboBox(const Place& place, const std::string& name, const Box& box, const std::string& text)
