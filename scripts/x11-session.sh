@@ -198,4 +198,3 @@ Menu() {
 WindowsShown() { xdotool search --onlyvisible --class vantrel 2>/dev/null | wc -l; }
 
 HasMoreWindows() { (($(WindowsShown) > $1)); }
-

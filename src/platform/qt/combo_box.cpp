@@ -9,7 +9,6 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QSignalBlocker>
-#include <QWheelEvent>
 #include <limits>
 
 namespace vantrel {
@@ -72,13 +71,6 @@ protected:
     void resizeEvent(QResizeEvent* event) override {
         QComboBox::resizeEvent(event);
         Fit();
-    }
-
-    void wheelEvent(QWheelEvent* event) override {
-        if (hasFocus())
-            QComboBox::wheelEvent(event);
-        else
-            event->ignore();
     }
 
 private:

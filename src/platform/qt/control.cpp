@@ -1,7 +1,9 @@
 #include "platform/qt/dispatcher.h"
+#include "platform/qt/event_filter.h"
 #include "platform/qt/text.h"
 #include "platform/toolkit.h"
 
+#include <QEvent>
 #include <QLineEdit>
 #include <QPalette>
 #include <QTabWidget>
@@ -25,12 +27,25 @@ Place::Place(Frame& on) : window(on.window_), parent(on.Widget()) {}
 Place::Place(SSTab& on, int page)
     : window(on.window_), parent(static_cast<QTabWidget*>(on.Widget())->widget(page)), top(SSTab::kStrip) {}
 
+namespace {
+
+/// The wheel turns on whatever lies under the mouse: it neither chooses a control nor changes one that is not chosen.
+void KeepWheelOff(QWidget* widget, QObject* owner) {
+    widget->setFocusPolicy(Qt::StrongFocus);
+    WatchEvents(widget, owner, [widget](QObject*, QEvent* event) {
+        if (event->type() != QEvent::Wheel || widget->hasFocus()) return false;
+        event->ignore();
+        return true;
+    });
+}
+
+}  // namespace
+
 Control::Control(const Place& place, const std::string& name, const Box& box, QWidget* widget)
     : widget_(widget), window_(place.window), life_(new QObject), box_(box), page_offset_(place.top) {
     widget_->setParent(place.parent);
     widget_->setObjectName(ToQt(name));
-    // The wheel turns on whatever lies under the mouse: it chooses no control.
-    if (widget_->focusPolicy() == Qt::WheelFocus) widget_->setFocusPolicy(Qt::StrongFocus);
+    if (widget_->focusPolicy() == Qt::WheelFocus) KeepWheelOff(widget_, life_);
     PlaceOnScreen();
     widget_->show();
 }

@@ -6,7 +6,6 @@
 #include <QLineEdit>
 #include <QRegularExpression>
 #include <QToolTip>
-#include <QWheelEvent>
 
 namespace vantrel {
 
@@ -75,13 +74,6 @@ protected:
             typed_ = -1;
             QDateTimeEdit::keyPressEvent(event);
         }
-    }
-
-    void wheelEvent(QWheelEvent* event) override {
-        if (hasFocus())
-            QDateTimeEdit::wheelEvent(event);
-        else
-            event->ignore();
     }
 
     void focusOutEvent(QFocusEvent* event) override {
