@@ -5,9 +5,9 @@ namespace {
 
 constexpr std::string_view kDefaultBench = R"bench(
 # A climate chamber under test: supplies, heaters and sensors.
-instrument USB0::0x1AB7::0x3610::OR361000417::INSTR
-  identity "Orlane,M3610,OR361000417,1.04"
-  serial "Orlane M3610 417"
+instrument USB0::0xFFFF::0x0020::SB20-0417::INSTR
+  identity "Orlane,SB-20,SB20-0417,1.04"
+  serial "SB20-0417"
   card 2
   channel 1 VOLT
   channel 2 VOLT
@@ -29,15 +29,15 @@ instrument USB0::0x1AB7::0x3610::OR361000417::INSTR
 
 # A battery pack: sixteen cells and four sensors.
 instrument GPIB0::22::INSTR
-  identity "Orlane,M3610,OR361000422,1.04"
-  serial "Orlane M3610 422"
+  identity "Orlane,SB-20,SB20-0422,1.04"
+  serial "SB20-0422"
   card 2
   channel 1-16 VOLT
   channel 17-20 TCO K
 
-instrument USB0::0x1AB7::0x3605::OR360500093::INSTR
-  identity "Orlane,M3605,OR360500093,1.02"
-  serial "Orlane M3605 093"
+instrument USB0::0xFFFF::0x0010::SB10-0093::INSTR
+  identity "Orlane,SB-10,SB10-0093,1.02"
+  serial "SB10-0093"
   card 1
   channel 1 VOLT:AC
   channel 2 FREQ
@@ -49,8 +49,8 @@ instrument USB0::0x1AB7::0x3605::OR360500093::INSTR
   channel 8 VOLT
 
 instrument GPIB0::9::INSTR
-  identity "Orlane,M3620,OR362000008,2.00"
-  serial "Orlane M3620 008"
+  identity "Orlane,SB-20,SB20-0008,2.00"
+  serial "SB20-0008"
   card 2
   channel 1-4 RES
   channel 5-6 TEMP PT3916 FRTD
@@ -61,9 +61,9 @@ instrument GPIB0::9::INSTR
   channel 17 VOLT:AC
 
 # A multimeter without a scanner card.
-instrument USB0::0x1AB7::0x3500::OR350001102::INSTR
-  identity "Orlane,M3500,OR350001102,1.11"
-  serial "Orlane M3500 1102"
+instrument USB0::0xFFFF::0x0000::SB0-1102::INSTR
+  identity "Orlane,SB-0,SB0-1102,1.11"
+  serial "SB0-1102"
   card 0
 
 # Something on the bus that is no multimeter.

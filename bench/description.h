@@ -34,8 +34,8 @@ struct FixedStatus {
 /// One instrument. The calls of the faults are counted from 1 over the viWrite and viRead calls that reach it.
 struct InstrumentDescription {
     std::string resource;
-    std::string identity = "Orlane,M3600,SN000000,1.00";
-    std::string serial = "SN000000";
+    std::string identity = "Orlane,SB-0,SB0-0000,1.00";
+    std::string serial = "SB0-0000";
     int card = 0;               ///< reply to rout:state?
     std::string timer = "0.5";  ///< seconds between the sweeps of a scan
     bool wired = true;          ///< starts with the instruments before it

@@ -7,13 +7,13 @@ using namespace vantrel::bench;
 
 namespace {
 
-constexpr const char* kScanner = "instrument A\nidentity \"Orlane,M3610,1,1\"\nserial \"S 1\"\ncard 2\n";
+constexpr const char* kScanner = "instrument A\nidentity \"Orlane,SB-20,1,1\"\nserial \"S 1\"\ncard 2\n";
 
 TEST(Commands, Identity_is_told_with_and_without_a_line_feed) {
     BenchAtHand at(kScanner);
-    EXPECT_EQ(at.Ask(0, "*IDN?"), "Orlane,M3610,1,1\n");
+    EXPECT_EQ(at.Ask(0, "*IDN?"), "Orlane,SB-20,1,1\n");
     at.Tell(0, "*IDN?");
-    EXPECT_EQ(at.Read(0), "Orlane,M3610,1,1\n");
+    EXPECT_EQ(at.Read(0), "Orlane,SB-20,1,1\n");
 }
 
 TEST(Commands, Serial_is_told) { EXPECT_EQ(BenchAtHand(kScanner).Ask(0, "cal:sec:serial?"), "S 1\n"); }

@@ -42,7 +42,7 @@ TEST(DefaultBench, Serials_differ) {
 
 TEST(DefaultBench, Identities_have_four_fields) {
     BenchAtHand at(DefaultBench());
-    EXPECT_EQ(at.Ask(0, "*IDN?"), "Orlane,M3610,OR361000417,1.04\n");
+    EXPECT_EQ(at.Ask(0, "*IDN?"), "Orlane,SB-20,SB20-0417,1.04\n");
 }
 
 TEST(DefaultBench, First_instrument_has_every_function) {

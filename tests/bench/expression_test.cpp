@@ -9,7 +9,7 @@ namespace {
 constexpr const char* kSearch = "(USB|GPIB)?*INSTR";
 
 TEST(ResourceExpression, Search_of_the_program_finds_usb_and_gpib_instruments) {
-    EXPECT_EQ(Matches(kSearch, "USB0::0x1AB7::0x3610::X::INSTR"), true);
+    EXPECT_EQ(Matches(kSearch, "USB0::0xFFFF::0x0020::X::INSTR"), true);
     EXPECT_EQ(Matches(kSearch, "GPIB0::22::INSTR"), true);
 }
 

@@ -38,7 +38,7 @@ TEST(BenchLibrary, Is_found_by_the_loader_and_holds_the_default_bench) {
     EXPECT_EQ(viOpenDefaultRM(&manager), kViSuccess);
     EXPECT_EQ(viFindRsrc(manager, "(USB|GPIB)?*INSTR", &list, &count, &descriptor), kViSuccess);
     EXPECT_EQ(count, 6U);
-    EXPECT_EQ(descriptor, "USB0::0x1AB7::0x3610::OR361000417::INSTR");
+    EXPECT_EQ(descriptor, "USB0::0xFFFF::0x0020::SB20-0417::INSTR");
     EXPECT_EQ(viFindNext(list, &descriptor), kViSuccess);
     EXPECT_EQ(descriptor, "GPIB0::22::INSTR");
 }
@@ -62,9 +62,9 @@ TEST(BenchLibrary, Gives_a_long_reply_in_pieces_of_what_is_asked_for) {
     std::string reply;
     viWrite(session, "*IDN?\n", 6, &bytes);
     EXPECT_EQ(viRead(session, &reply, 10, &bytes), kViSuccessMaxCnt);
-    EXPECT_EQ(reply, "Orlane,M36");
+    EXPECT_EQ(reply, "Orlane,SB-");
     EXPECT_EQ(viRead(session, &reply, 1024, &bytes), kViSuccess);
-    EXPECT_EQ(reply, "10,OR361000417,1.04\n");
+    EXPECT_EQ(reply, "20,SB20-0417,1.04\n");
 }
 
 TEST(BenchLibrary, Failed_statuses_keep_their_sign) {

@@ -538,8 +538,7 @@ TEST_F(ConnectDialog, Instrument_lost_after_the_search_is_told_once_for_each_que
 TEST_F(ConnectDialog, Default_bench_offers_its_four_scanners) {
     Open();
     InDialog([this] {
-        EXPECT_EQ(Rows(), (Strings{"M3610/Orlane M3610 417", "M3610/Orlane M3610 422", "M3605/Orlane M3605 093",
-                                   "M3620/Orlane M3620 008"}));
+        EXPECT_EQ(Rows(), (Strings{"SB-20/SB20-0417", "SB-20/SB20-0422", "SB-10/SB10-0093", "SB-20/SB20-0008"}));
     });
     EXPECT_EQ(FindCount, 6U);
 }

@@ -283,8 +283,8 @@ TEST_F(Discovery, Serial_that_does_not_come_is_empty) {
 
 TEST_F(Discovery, Model_is_the_second_field_as_it_stands) {
     const std::vector<std::pair<std::string, std::string>> cases = {
-        {"Orlane,M3610,SN1,1.04\\n", "M3610"},
-        {"Orlane, M 3610 ,SN1\\n", " M 3610 "},
+        {"Orlane,SB-20,SN1,1.04\\n", "SB-20"},
+        {"Orlane, SB 20 ,SN1\\n", " SB 20 "},
         {"a,,b", ""},
         {",M1,", "M1"},
         {"a,M\\n1,b", "M\n1"},
@@ -297,12 +297,12 @@ TEST_F(Discovery, Model_is_the_second_field_as_it_stands) {
 }
 
 TEST_F(Discovery, Identity_with_one_comma_is_an_error) {
-    Open(Instrument(1, 2, "reply \"*IDN?\" \"Orlane,M3610\\n\"\n"));
+    Open(Instrument(1, 2, "reply \"*IDN?\" \"Orlane,SB-20\\n\"\n"));
     EXPECT_EQ(ErrorOf([] { The<vantrel::Connect>(); }), 5);
 }
 
 TEST_F(Discovery, Identity_without_a_comma_is_an_error) {
-    Open(Instrument(1, 2, "reply \"*IDN?\" \"Orlane M3610\\n\"\n"));
+    Open(Instrument(1, 2, "reply \"*IDN?\" \"Orlane SB-20\\n\"\n"));
     EXPECT_EQ(ErrorOf([] { The<vantrel::Connect>(); }), 5);
 }
 

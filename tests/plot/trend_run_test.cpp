@@ -10,7 +10,7 @@ namespace {
 /// One scanner: a reference around 5 V, a warming thermocouple, a resistor, an open channel, and six that are off.
 constexpr const char* kScanner = R"(
 instrument GPIB0::22::INSTR
-  identity "Orlane,M3605,S1,1.02"
+  identity "Orlane,SB-10,S1,1.02"
   serial "Scanner"
   card 1
   channel 1 VOLT
@@ -166,12 +166,12 @@ TEST_F(TrendOfARun, A_one_shot_pass_of_five_rows_adds_one_value_and_draws_five_p
 TEST_F(TrendOfARun, With_a_gap_in_the_ticked_rows_channels_that_are_off_are_drawn) {
     OpenAndConnect(R"(
 instrument GPIB0::1::INSTR
-  identity "Orlane,M3605,S1,1.02"
+  identity "Orlane,SB-10,S1,1.02"
   serial "First"
   card 1
   channel 1-10 VOLT
 instrument GPIB0::2::INSTR
-  identity "Orlane,M3605,S2,1.02"
+  identity "Orlane,SB-10,S2,1.02"
   serial "Second"
   card 1
   channel 1 VOLT

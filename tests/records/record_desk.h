@@ -24,7 +24,7 @@ class RecordDesk : public Desk {
 protected:
     /// Bench lines of one scanner with three channels on: each fetch gives +1.5E+00, +2.5E+00 and +3.5E+00.
     static std::string Scanner(const std::string& serial, int card = 2) {
-        return "instrument USB0::" + serial + "::INSTR\nidentity \"Orlane,M3610,1,1\"\nserial \"" + serial +
+        return "instrument USB0::" + serial + "::INSTR\nidentity \"Orlane,SB-20,1,1\"\nserial \"" + serial +
                "\"\ncard " + std::to_string(card) +
                "\nchannel 1-3 VOLT\nreply \"fetch?\" \"+1.5E+00,+2.5E+00,+3.5E+00\\n\"\n";
     }

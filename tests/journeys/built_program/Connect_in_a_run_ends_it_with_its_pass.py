@@ -8,14 +8,14 @@ bench = rf"""
 pace 5
 pause 300
 instrument GPIB0::7::INSTR
-  identity "Orlane,M3605,Q1,1.02"
+  identity "Orlane,SB-10,Q1,1.02"
   serial "First scanner"
   card 1
   timer 0.3
   channel 1-3 VOLT
   reply "fetch?" "{",".join(of_first)}\n"
 instrument GPIB0::8::INSTR
-  identity "Orlane,M3605,Q2,1.02"
+  identity "Orlane,SB-10,Q2,1.02"
   serial "Second scanner"
   card 1
   timer 0.3

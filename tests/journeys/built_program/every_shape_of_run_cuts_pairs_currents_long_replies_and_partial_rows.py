@@ -70,7 +70,7 @@ for number in range(6, 66, 2):  # those that are stopped by hand
 
 bench = r"""
 instrument GPIB0::7::INSTR
-  identity "Orlane,M3605,Q1,1.02"
+  identity "Orlane,SB-10,Q1,1.02"
   serial "Short scanner"
   card 1
   timer 0.3

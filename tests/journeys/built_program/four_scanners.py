@@ -7,8 +7,8 @@ device 0 or 2 is taken for one of 10 channels, and as device 1 or 3 for one of 2
 # Readings come at once. Each count is that of one sweep as some device, or one that a test asks for.
 bench = r"""
 pace 1
-instrument USB0::0x1AB7::0x3605::A1::INSTR
-  identity "Orlane,M3605,A1,1.02"
+instrument USB0::0xFFFF::0x0010::A1::INSTR
+  identity "Orlane,SB-10,A1,1.02"
   serial "Alpha 10"
   card 1
   channel 1 VOLT:AC
@@ -20,7 +20,7 @@ instrument USB0::0x1AB7::0x3605::A1::INSTR
   counts 5 10 12
 
 instrument GPIB0::8::INSTR
-  identity "Orlane,M3610,B2,1.04"
+  identity "Orlane,SB-20,B2,1.04"
   serial "Bravo 20"
   card 2
   channel 1 VOLT
@@ -36,8 +36,8 @@ instrument GPIB0::8::INSTR
   channel 19-20 VOLT      # 19 is taken by 9
   counts 7 11 12
 
-instrument USB0::0x1AB7::0x3605::C3::INSTR
-  identity "Orlane,M3605,C3,1.02"
+instrument USB0::0xFFFF::0x0010::C3::INSTR
+  identity "Orlane,SB-10,C3,1.02"
   serial "Charlie 10"
   card 3                  # counts as one bank
   channel 1 VOLT
@@ -49,7 +49,7 @@ instrument USB0::0x1AB7::0x3605::C3::INSTR
   counts 6 12
 """ + "".join(rf'  reply "rout:scan:func? {number}" "\"NONE\"\n"' + "\n" for number in range(11, 21)) + r"""
 instrument GPIB0::9::INSTR
-  identity "Orlane,M3610,D4,1.04"
+  identity "Orlane,SB-20,D4,1.04"
   serial "Delta 20"
   card 2
   channel 1 FRES

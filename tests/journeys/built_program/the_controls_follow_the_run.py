@@ -4,7 +4,7 @@ from run_controls import ExpectOn, all_off, idle, idle_in_run, in_run
 # Each pass lasts for two dozen polls: long enough to look around after Stop.
 unhurried_bench = """
 instrument GPIB0::7::INSTR
-  identity "Orlane,M3605,Q1,1.02"
+  identity "Orlane,SB-10,Q1,1.02"
   serial "Slow scanner"
   card 1
   channel 1-3 VOLT

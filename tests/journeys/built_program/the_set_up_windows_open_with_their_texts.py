@@ -6,7 +6,7 @@ from desk import Desk, Expect, Until
 # Four kinds of channels: without a sensor, with one of either kind, and a four-wire pair, 4 and 9.
 bench = """
 instrument GPIB0::7::INSTR
-  identity "Orlane,M3605,Q1,1.02"
+  identity "Orlane,SB-10,Q1,1.02"
   serial "Oven"
   card 1
   timer 0.3
@@ -34,7 +34,7 @@ def Connect(desk, main):
         "Label1": "Find Connected Instruments",
         "Command1": "Find",
         "Label2": "Select Instrument",
-        "MSFlexGrid1": [[" ", "Model", "Information"], ["", "M3605", "Oven"]],
+        "MSFlexGrid1": [[" ", "Model", "Information"], ["", "SB-10", "Oven"]],
         "Check1(0)": "Check1(0)",  # the boxes have no caption; a screen reader calls them by their names
         "Command2": "EXIT",
     })

@@ -3,7 +3,7 @@ from desk import Desk, Expect, quick_bench
 
 bench = quick_bench + """
 instrument GPIB0::8::INSTR
-  identity "Orlane,M3605,Q2,1.02"
+  identity "Orlane,SB-10,Q2,1.02"
   serial "Other scanner"
   card 1
   channel 1 VOLT
