@@ -154,7 +154,7 @@ def About(desk, main):
         "Picture1": None,
         "Label1": "Orlane VANTREL",
         "Label2": "version 1.1",
-        "Label3": "Made by Orlane Instruments for the measuring bench.",
+        "Label3": "Made by Orlane Instruments.",
         "Label4": "https://www.orlane.example/vantrel",
         "Command1": "EXIT",
     })
