@@ -1,7 +1,7 @@
 // The record store against the bare database library with the same promises.
+#include "against_limit.h"
 #include "platform/dbengine.h"
 #include "platform/files.h"
-#include "ratio.h"
 #include "records/record_store.h"
 #include "support/temp_folder.h"
 

@@ -4,16 +4,13 @@
 #include "platform/qt/application.h"
 
 #include <QByteArray>
-#include <benchmark/benchmark.h>
 
 namespace vantrel {
 
-/// Runs the benchmarks. To be followed by ExitNow, so that windows which they left need not be taken down.
-inline void RunBenchmarksWithWindows(int argc, char** argv) {
+/// To be followed by ExitNow in the end, so that windows that are left need not be taken down.
+inline void SetUpHiddenScreen() {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     SetUpApplication();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
 }
 
 }  // namespace vantrel
