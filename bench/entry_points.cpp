@@ -5,6 +5,7 @@
 
 #include "bench/bench.h"
 #include "bench/text.h"
+#include "visa_export.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -77,11 +78,7 @@ void CopyDescriptor(const std::string& descriptor, char* buffer) {
 
 }  // namespace
 
-#ifdef _WIN32
-#define VISA_ENTRY extern "C" __declspec(dllexport)
-#else
-#define VISA_ENTRY extern "C" __attribute__((visibility("default")))
-#endif
+#define VISA_ENTRY extern "C" VISA_EXPORT
 
 VISA_ENTRY Status viOpenDefaultRM(Handle* session) {
     Bench* bench = TheBench();

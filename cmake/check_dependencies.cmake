@@ -15,6 +15,9 @@ set(acquire_may platform state windows link setup records plot)
 set(folders platform state windows link setup records plot acquire)
 set(faults "")
 
+# What tells the operating systems apart.
+set(system_names "_WIN32|_WIN64|__linux__|__unix__|__APPLE__|Q_OS_")
+
 file(GLOB_RECURSE files RELATIVE ${SOURCE_DIR}/src ${SOURCE_DIR}/src/*.cpp ${SOURCE_DIR}/src/*.h)
 foreach(file ${files})
   string(REGEX MATCH "^[^/]+" folder ${file})
@@ -38,10 +41,23 @@ foreach(file ${files})
     if(line MATCHES "sqlite3\\.h" AND NOT file MATCHES "^platform/sqlite/")
       list(APPEND faults "src/${file}: SQLite belongs to platform/sqlite")
     endif()
-    if(line MATCHES "<(dlfcn|windows)\\.h>" AND NOT file MATCHES "^platform/visa/")
-      list(APPEND faults "src/${file}: the dynamic loader belongs to platform/visa")
+    # The standard library's headers have names without an ending; <csignal> is of little use without the system's calls.
+    if(line MATCHES "<([a-z0-9_/]+\\.h|csignal)>" AND NOT line MATCHES "<sqlite3\\.h>" AND NOT file MATCHES "^platform/os/")
+      list(APPEND faults "src/${file}: the operating system belongs to platform/os")
+    endif()
+    if(line MATCHES "\"platform/os/[a-z]+/")
+      list(APPEND faults "src/${file}: only platform/os knows which operating system it is")
     endif()
   endforeach()
+endforeach()
+
+file(GLOB_RECURSE programs RELATIVE ${SOURCE_DIR} ${SOURCE_DIR}/src/*.cpp ${SOURCE_DIR}/src/*.h
+  ${SOURCE_DIR}/bench/*.cpp ${SOURCE_DIR}/bench/*.h)
+foreach(file ${programs})
+  file(STRINGS ${SOURCE_DIR}/${file} lines REGEX "${system_names}")
+  if(lines AND NOT file MATCHES "^src/platform/os/")
+    list(APPEND faults "${file}: only platform/os knows which operating system it is")
+  endif()
 endforeach()
 
 list(LENGTH files count)

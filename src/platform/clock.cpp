@@ -1,11 +1,11 @@
 #include "platform/clock.h"
 
 #include "platform/errors.h"
+#include "platform/os/local_time.h"
 
 #include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <ctime>
 #include <thread>
 
 namespace vantrel {
@@ -85,9 +85,7 @@ DateTime CDate(std::string_view text) {
 
 DateFields LocalFields(DateTime moment) {
     using namespace std::chrono;
-    const std::time_t seconds = floor<std::chrono::seconds>(milliseconds(moment.ms)).count();
-    std::tm local{};
-    localtime_r(&seconds, &local);
+    const std::tm local = os::LocalTime(floor<std::chrono::seconds>(milliseconds(moment.ms)).count());
     return {.year = local.tm_year + 1900,
             .month = local.tm_mon + 1,
             .day = local.tm_mday,
@@ -104,8 +102,7 @@ DateTime FromLocalFields(const DateFields& fields) {
     local.tm_hour = fields.hour;
     local.tm_min = fields.minute;
     local.tm_sec = fields.second;
-    local.tm_isdst = -1;  // summer time or not, whatever holds on that day
-    return {static_cast<std::int64_t>(std::mktime(&local)) * 1000};
+    return {os::FromLocalTime(local) * 1000};
 }
 
 }  // namespace vantrel

@@ -2,11 +2,10 @@
 
 #include "platform/errors.h"
 #include "platform/open_file.h"
+#include "platform/os/program.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace vantrel {
 
@@ -17,7 +16,7 @@ constexpr std::string_view kLongestCompanion = "-journal";  // what the engine s
 constexpr std::size_t kLongestFileName = 255;
 
 std::string& AppPath() {
-    static std::string path = std::filesystem::read_symlink("/proc/self/exe").parent_path().string();
+    static std::string path = os::ProgramFolder();
     return path;
 }
 
@@ -56,17 +55,18 @@ std::string RecordFilePath(const std::string& name) {
 std::vector<std::string> DbEntries() {
     std::vector<std::string> entries;
     std::error_code fault;
-    std::filesystem::directory_iterator entry(App_Path() + "/db", fault);
+    std::filesystem::directory_iterator entry(os::PathOf(App_Path() + "/db"), fault);
     for (; !fault && entry != std::filesystem::directory_iterator(); entry.increment(fault)) {
-        const std::string name = entry->path().filename().string();
+        const std::string name = os::TextOf(entry->path().filename());
         if (name.ends_with(kRecordExtension)) entries.push_back(name);
     }
     return entries;
 }
 
 bool FileExists(const std::string& path) {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+    std::error_code fault;
+    const std::filesystem::file_status status = std::filesystem::status(os::PathOf(path), fault);
+    return std::filesystem::exists(status) && !std::filesystem::is_directory(status);
 }
 
 void Kill(const std::string& path) {
@@ -74,7 +74,8 @@ void Kill(const std::string& path) {
     const SoleUse nobody_elses(path);
     // The database goes before its journal: the other way round a power cut between the two would leave a database
     // that is half written and cannot be repaired.
-    if (unlink(path.c_str()) != 0) throw RunTimeError(kPermissionDenied);
+    std::error_code fault;
+    if (!std::filesystem::remove(os::PathOf(path), fault)) throw RunTimeError(kPermissionDenied);
     DeleteLeftovers(path);
 }
 

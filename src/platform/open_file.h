@@ -1,19 +1,17 @@
 // Files in use as databases: known as such to this program and, through a lock, to every other.
 #pragma once
 
+#include "platform/os/file.h"
+
 #include <memory>
 #include <string>
-#include <sys/types.h>
 #include <utility>
 
 namespace vantrel {
 
-/// Which file it is, whatever path leads to it.
-using FileIdentity = std::pair<dev_t, ino_t>;
-
 /// A file that is in use as a database for as long as the object lives. The connections of one file share one object:
-/// closing any descriptor of a file drops this process's record locks on it, so the descriptor stays until the last
-/// connection is closed.
+/// on some systems closing an open file drops this process's locks of it, so it stays open until the last connection
+/// is closed.
 class OpenFile {
 public:
     /// Marks the file at `path` as in use. Missing: error 3024. A folder, no ordinary file or not permitted for
@@ -26,17 +24,16 @@ public:
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
 
-    FileIdentity Identity() const { return identity_; }
-    int Descriptor() const { return descriptor_; }
-    std::size_t Size() const;  ///< bytes
+    os::FileIdentity Identity() const { return identity_; }
+    os::FileStamp Stamp() const { return file_.Stamp(); }
     /// Up to `count` bytes from `offset` on; fewer where the file ends.
-    std::string Read(std::size_t offset, std::size_t count) const;
+    std::string Read(std::int64_t offset, std::size_t count) const { return file_.Read(offset, count); }
 
 private:
-    OpenFile(int descriptor, FileIdentity identity) : descriptor_(descriptor), identity_(identity) {}
+    explicit OpenFile(os::File file) : file_(std::move(file)), identity_(file_.Identity()) {}
 
-    int descriptor_;
-    FileIdentity identity_;
+    os::File file_;
+    os::FileIdentity identity_;
 };
 
 /// Keeps every other program from opening the file at `path` as a database for as long as the object lives. Any program
@@ -44,12 +41,9 @@ private:
 class SoleUse {
 public:
     explicit SoleUse(const std::string& path);
-    ~SoleUse();
-    SoleUse(const SoleUse&) = delete;
-    SoleUse& operator=(const SoleUse&) = delete;
 
 private:
-    int descriptor_;
+    os::File file_;
 };
 
 /// Deletes what an engine may have left beside the database at `path`: without its database it is worse than useless,

@@ -5,69 +5,77 @@
 #include "platform/files.h"
 #include "platform/open_file.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <filesystem>
 #include <map>
-#include <optional>
-#include <system_error>
+#include <utility>
 
 namespace vantrel {
 
 namespace {
 
-std::map<int, std::FILE*>& OpenFiles() {
-    static auto* files = new std::map<int, std::FILE*>;
+constexpr std::size_t kBufferBytes = 4096;
+
+struct Output {
+    os::File file;
+    std::string buffer;  // what is still to be written
+};
+
+std::map<int, Output>& OpenFiles() {
+    static auto* files = new std::map<int, Output>;
     return *files;
 }
 
-std::FILE* FileOf(int number) {
+Output& OutputOf(int number) {
     const auto found = OpenFiles().find(number);
     if (found == OpenFiles().end()) throw RunTimeError(kBadFileNumber);
     return found->second;
 }
 
-int OpenFault(int error) {
-    switch (error) {
-        case ENOENT:
-        case ENOTDIR:
-        case ENAMETOOLONG:
+int OpenFault(os::Fault fault) {
+    switch (fault) {
+        case os::Fault::kMissing:
+        case os::Fault::kBadName:
             return kPathNotFound;
-        case ENOSPC:
-        case EDQUOT:
+        case os::Fault::kFull:
             return kDiskFull;
         default:
             return kPermissionDenied;
     }
 }
 
-void RequireWritten(bool written) {
-    if (!written) throw RunTimeError(errno == ENOSPC || errno == EDQUOT || errno == EFBIG ? kDiskFull : kDeviceIo);
+void RequireWritten(os::Fault fault) {
+    if (fault != os::Fault::kNone) throw RunTimeError(fault == os::Fault::kFull ? kDiskFull : kDeviceIo);
+}
+
+void WriteBuffer(Output& output) {
+    const std::string bytes = std::exchange(output.buffer, "");
+    RequireWritten(output.file.Write(bytes));
 }
 
 }  // namespace
 
 void OpenForOutput(const std::string& path, int number) {
     if (OpenFiles().contains(number)) throw RunTimeError(kFileAlreadyOpen);
-    // Somebody may agree to replace a record, but not one that is being written to.
-    std::optional<SoleUse> nobody_elses;
-    std::error_code fault;
-    if (std::filesystem::is_regular_file(path, fault)) nobody_elses.emplace(path);
-    std::FILE* file = std::fopen(path.c_str(), "wbe");
-    if (file == nullptr) throw RunTimeError(OpenFault(errno));
-    OpenFiles().emplace(number, file);
+    // Somebody may agree to replace a record, but not one that is being written to. Asked first, as opening and closing
+    // the file would drop the locks of this program's own use.
+    if (OpenFile::IsHeld(path)) throw RunTimeError(kPermissionDenied);
+    os::File file;
+    const os::Fault fault = file.Open(path, os::File::Use::kOutput);
+    if (fault != os::Fault::kNone) throw RunTimeError(OpenFault(fault));
+    OpenFiles().emplace(number, Output{std::move(file), ""});
 }
 
 void Print(int number, const std::string& text) {
-    const std::string bytes = ToCodePage(text);
-    RequireWritten(std::fwrite(bytes.data(), 1, bytes.size(), FileOf(number)) == bytes.size());
+    Output& output = OutputOf(number);
+    output.buffer += ToCodePage(text);
+    if (output.buffer.size() >= kBufferBytes) WriteBuffer(output);
 }
 
 void CloseFile(int number) {
-    std::FILE* file = FileOf(number);
-    RequireWritten(std::fflush(file) == 0);
+    Output& output = OutputOf(number);
+    WriteBuffer(output);
+    const os::Fault fault = output.file.Close();
     OpenFiles().erase(number);
-    RequireWritten(std::fclose(file) == 0);
+    RequireWritten(fault);
 }
 
 }  // namespace vantrel

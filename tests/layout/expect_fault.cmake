@@ -3,6 +3,7 @@ file(REMOVE_RECURSE ${TREE})
 file(WRITE ${TREE}/src/${FILE} "#include ${INCLUDE}\n")
 execute_process(COMMAND ${CMAKE_COMMAND} -D SOURCE_DIR=${TREE} -P ${CHECK}
   RESULT_VARIABLE result OUTPUT_VARIABLE text ERROR_VARIABLE text)
+string(REGEX REPLACE "[ \n]+" " " text "${text}")  # a long message comes on several lines
 if(result EQUAL 0 OR NOT text MATCHES "src/${FILE}: ${FAULT}")
   message(FATAL_ERROR "expected the fault '${FAULT}', got ${result}: ${text}")
 endif()

@@ -1,5 +1,6 @@
 #include "platform/qt/application.h"
 
+#include "platform/os/program.h"
 #include "platform/qt/dispatcher.h"
 #include "platform/qt/icon.h"
 #include "platform/qt/session.h"
@@ -14,14 +15,11 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QMessageBox>
-#include <QProcess>
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
-#include <QStandardPaths>
 #include <QUrl>
 #include <QWindow>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -89,10 +87,7 @@ int ShowMessage(const QString& title, const std::string& text, QMessageBox::Stan
 
 QApplication& SetUpApplication() {
     static QApplication* const application = [] {
-#ifdef SIGXFSZ
-        // A file that passes the user's limit fails the write, as a full disk does; else it would end the program.
-        std::signal(SIGXFSZ, SIG_IGN);
-#endif
+        os::FailOversizeWrites();
         static int argc = 1;
         static char name[] = "vantrel";
         static char* argv[] = {name, nullptr};
@@ -149,11 +144,7 @@ MsgBoxResult AskYesNo(const std::string& text) {
 void Beep() { QApplication::beep(); }
 
 void OpenWebAddress(const std::string& address) {
-    const QString interpreter = QStandardPaths::findExecutable("cmd.exe");
-    if (interpreter.isEmpty())
-        QDesktopServices::openUrl(QUrl(ToQt(address)));
-    else
-        QProcess::startDetached(interpreter, {"/c", "start", ToQt(address)});
+    if (!os::OpenByInterpreter(address)) QDesktopServices::openUrl(QUrl(ToQt(address)));
 }
 
 Colour ShowColor(Colour start) {

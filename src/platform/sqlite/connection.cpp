@@ -2,11 +2,10 @@
 
 #include "platform/clock.h"
 #include "platform/errors.h"
+#include "platform/files.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <filesystem>
-#include <unistd.h>
 
 namespace vantrel::engine {
 
@@ -43,16 +42,15 @@ void Check(int code) {
 
 /// The engine knows of a full disk and not of a user's share of it.
 bool IsShareUsedUp(int code, sqlite3* database) {
-    const int cause = sqlite3_system_errno(database);
-    return (code & 0xff) == SQLITE_IOERR && (cause == EDQUOT || cause == EFBIG);
+    return (code & 0xff) == SQLITE_IOERR && os::FaultOf(sqlite3_system_errno(database)) == os::Fault::kFull;
 }
 
 /// The size of a database's pages in bytes, from its header.
-std::size_t PageSize(std::string_view header) {
+std::int64_t PageSize(std::string_view header) {
     constexpr std::size_t kOffset = 16;
-    constexpr std::size_t kLargest = 65536;  // does not fit into its two bytes and is written as 1
-    const auto byte = [&](std::size_t i) { return static_cast<std::size_t>(static_cast<unsigned char>(header[i])); };
-    const std::size_t size = byte(kOffset) * 256 + byte(kOffset + 1);
+    constexpr std::int64_t kLargest = 65536;  // does not fit into its two bytes and is written as 1
+    const auto byte = [&](std::size_t i) { return static_cast<std::int64_t>(static_cast<unsigned char>(header[i])); };
+    const std::int64_t size = byte(kOffset) * 256 + byte(kOffset + 1);
     return size <= 1 ? kLargest : size;
 }
 
@@ -121,14 +119,15 @@ void Statement::Read(int column, Text* value) const {
 Connection::Connection(const std::string& path, bool is_new) : file_(OpenFile::Hold(path)) {
     // The journal lies beside the file itself, whatever link leads to it.
     std::error_code fault;
-    const std::filesystem::path whole_path = std::filesystem::canonical(path, fault);
+    const std::filesystem::path whole_path = std::filesystem::canonical(os::PathOf(path), fault);
     if (fault) throw RunTimeError(kFileMissing);
-    if (!is_new) CheckFormat(whole_path);
+    const std::string file = os::TextOf(whole_path);
+    if (!is_new) CheckFormat(file);
     // Without the right to make a journal every write would fail later.
-    if (access(whole_path.parent_path().c_str(), W_OK) != 0) throw RunTimeError(kNoPermission);
+    if (!os::MayMakeFilesIn(os::TextOf(whole_path.parent_path()))) throw RunTimeError(kNoPermission);
     try {
         constexpr int kForOneThread = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
-        const int opened = sqlite3_open_v2(whole_path.c_str(), &database_, kForOneThread, nullptr);
+        const int opened = sqlite3_open_v2(file.c_str(), &database_, kForOneThread, nullptr);
         Check(opened);
         if (sqlite3_db_readonly(database_, "main") != 0) throw RunTimeError(kNoPermission);
         Configure();
@@ -149,8 +148,8 @@ void Connection::CheckFormat(const std::string& path) const {
     if (header.size() < kHeaderSize || !header.starts_with(kMagic)) throw RunTimeError(kNotADatabase);
     // The engine misses whole pages by itself, but reads zeros where a part of the last one is missing. A journal tells
     // of a write that was broken off, which the engine takes back.
-    const bool has_journal = access((path + "-journal").c_str(), F_OK) == 0;
-    if (file_->Size() % PageSize(header) != 0 && !has_journal) throw RunTimeError(kNotADatabase);
+    const bool has_journal = FileExists(path + "-journal");
+    if (file_->Stamp().size % PageSize(header) != 0 && !has_journal) throw RunTimeError(kNotADatabase);
 }
 
 void Connection::Configure() {

@@ -2,10 +2,7 @@
 
 #include "platform/sqlite/rows.h"
 
-#include <cerrno>
-#include <fcntl.h>
 #include <filesystem>
-#include <unistd.h>
 
 namespace vantrel {
 
@@ -23,18 +20,15 @@ std::string TextOf(const FieldInput& value) {
     return std::get<std::string>(value);
 }
 
-int CreationFault(int error) {
-    switch (error) {
-        case EEXIST:
+int CreationFault(os::Fault fault) {
+    switch (fault) {
+        case os::Fault::kExists:
             return kFileExists;
-        case ENOENT:
-        case ENOTDIR:
+        case os::Fault::kMissing:
             return kNotAValidPath;
-        case ENAMETOOLONG:
-        case EINVAL:
+        case os::Fault::kBadName:
             return kNotAValidName;
-        case ENOSPC:
-        case EDQUOT:
+        case os::Fault::kFull:
             return kEngineFull;
         default:
             return kNoPermission;
@@ -43,12 +37,11 @@ int CreationFault(int error) {
 
 /// Makes an empty file where none was.
 void MakeFile(const std::string& path) {
-    const std::string name = std::filesystem::path(path).filename();
+    const std::string name = os::TextOf(os::PathOf(path).filename());
     const bool is_a_name = !name.empty() && name != "." && name != ".." && path.find('\0') == std::string::npos;
     if (!is_a_name) throw RunTimeError(kNotAValidName);
-    const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (descriptor < 0) throw RunTimeError(CreationFault(errno));
-    close(descriptor);
+    const os::Fault fault = os::MakeEmptyFile(path);
+    if (fault != os::Fault::kNone) throw RunTimeError(CreationFault(fault));
 }
 
 }  // namespace
@@ -133,7 +126,9 @@ Database DBEngine::CreateDatabase(const std::string& path, const std::string&, i
     try {
         return Database(std::make_shared<engine::Connection>(path, true));
     } catch (const RunTimeError&) {
-        unlink(path.c_str());  // half a database would stand in the way of the next attempt
+        // Half a database would stand in the way of the next attempt.
+        std::error_code ignored;
+        std::filesystem::remove(os::PathOf(path), ignored);
         throw;
     }
 }

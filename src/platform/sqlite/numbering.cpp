@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <map>
-#include <sys/stat.h>
 #include <tuple>
 
 namespace vantrel::engine {
@@ -15,21 +14,14 @@ std::int64_t scan_count = 0;
 /// from a deleted one whose place on the disk it took.
 struct Stamp {
     std::string change_counter;
-    off_t size = 0;
-    time_t seconds = 0;
-    long nanoseconds = 0;
+    os::FileStamp file;
     bool operator==(const Stamp&) const = default;
 };
 
 Stamp StampOf(const OpenFile& file) {
     constexpr std::size_t kChangeCounterOffset = 24;
     constexpr std::size_t kChangeCounterSize = 4;
-    struct stat status {};
-    fstat(file.Descriptor(), &status);
-    return {.change_counter = file.Read(kChangeCounterOffset, kChangeCounterSize),
-            .size = status.st_size,
-            .seconds = status.st_mtim.tv_sec,
-            .nanoseconds = status.st_mtim.tv_nsec};
+    return {.change_counter = file.Read(kChangeCounterOffset, kChangeCounterSize), .file = file.Stamp()};
 }
 
 /// What is known of a column at one stamp of its file.
@@ -41,7 +33,7 @@ struct Numbering {
     std::int64_t last_id = 0;   ///< row id of row `count`
 };
 
-using ColumnKey = std::tuple<FileIdentity, std::string, std::string>;  // file, table, column
+using ColumnKey = std::tuple<os::FileIdentity, std::string, std::string>;  // file, table, column
 using Numberings = std::map<ColumnKey, Numbering>;
 
 /// Kept beyond a connection, as a reader may open a record for each row that it shows.

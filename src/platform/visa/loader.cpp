@@ -1,28 +1,14 @@
 #include "platform/visa/loader.h"
 
-#ifdef _WIN32
-#include <windows.h>
-#else
-#include <dlfcn.h>
-#endif
+#include "platform/os/library.h"
 
 namespace vantrel {
 namespace {
 
-#ifdef _WIN32
-void* OpenLibrary(const char* name) { return reinterpret_cast<void*>(LoadLibraryA(name)); }
-void* Symbol(void* library, const char* name) {
-    return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library), name));
-}
-#else
-void* OpenLibrary(const char* name) { return dlopen(name, RTLD_NOW | RTLD_LOCAL); }
-void* Symbol(void* library, const char* name) { return dlsym(library, name); }
-#endif
-
 /// Sets `entry_point` to the library's routine `name`; false if the library has none.
 template <typename Routine>
 bool Bind(void* library, const char* name, Routine*& entry_point) {
-    entry_point = reinterpret_cast<Routine*>(Symbol(library, name));
+    entry_point = reinterpret_cast<Routine*>(os::FindRoutine(library, name));
     return entry_point != nullptr;
 }
 
@@ -35,9 +21,9 @@ bool BindAll(void* library, VisaEntryPoints& table) {
 
 }  // namespace
 
-VisaEntryPoints LoadVisa(std::initializer_list<const char*> names) {
-    for (const char* name : names) {
-        void* library = OpenLibrary(name);
+VisaEntryPoints LoadVisa(const std::vector<std::string>& names) {
+    for (const std::string& name : names) {
+        void* library = os::OpenLibrary(name);
         VisaEntryPoints table;
         if (library != nullptr && BindAll(library, table)) return table;
     }

@@ -3,12 +3,13 @@
 
 #include "platform/visa.h"
 
-#include <initializer_list>
+#include <string>
+#include <vector>
 
 namespace vantrel {
 
 /// The entry points of the first library in `names` that the machine's loader finds and that has all eight.
 /// A table of null pointers if there is none. A library that was found stays loaded until the program ends.
-VisaEntryPoints LoadVisa(std::initializer_list<const char*> names);
+VisaEntryPoints LoadVisa(const std::vector<std::string>& names);
 
 }  // namespace vantrel

@@ -1,5 +1,6 @@
 #include "platform/visa.h"
 
+#include "platform/os/library.h"
 #include "platform/visa/loader.h"
 
 #include <algorithm>
@@ -22,15 +23,7 @@ constexpr std::size_t kDescriptorSize = 1024;  // VISA itself writes 256 charact
 std::optional<VisaEntryPoints> table_in_use;
 
 const VisaEntryPoints& Table() {
-    if (!table_in_use) {
-#if defined(_WIN32)
-        table_in_use = LoadVisa({"visa64.dll", "visa32.dll"});
-#elif defined(__APPLE__)
-        table_in_use = LoadVisa({"/Library/Frameworks/VISA.framework/VISA"});
-#else
-        table_in_use = LoadVisa({"libvisa.so.0", "libvisa.so"});
-#endif
-    }
+    if (!table_in_use) table_in_use = LoadVisa(os::VisaLibraryNames());
     return *table_in_use;
 }
 

@@ -1,0 +1,18 @@
+// Libraries that are loaded at run time.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vantrel::os {
+
+/// The names under which this system's loader may find a VISA library, the best first.
+std::vector<std::string> VisaLibraryNames();
+
+/// Loads the library that the machine's loader finds as `name`, for the rest of the program's life; nullptr for none.
+void* OpenLibrary(const std::string& name);
+
+/// The address of the library's routine `name`; nullptr for none.
+void* FindRoutine(void* library, const char* name);
+
+}  // namespace vantrel::os

@@ -1,0 +1,162 @@
+#include "platform/os/file.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace vantrel::os {
+
+namespace {
+
+constexpr mode_t kForAll = 0666;  // less what the user's mask takes away
+
+int Descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
+
+FileIdentity Identity(const struct stat& status) { return {.volume = status.st_dev, .file = status.st_ino}; }
+
+/// Nothing that is opened here may hold the program up, as a pipe without a reader would: it is opened without waiting,
+/// and then looked at.
+int Flags(File::Use use) {
+    constexpr int kAlways = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+    switch (use) {
+        case File::Use::kShared:
+            return kAlways | O_RDWR;
+        case File::Use::kAlone:
+            return kAlways | O_RDONLY;
+        case File::Use::kOutput:
+            break;
+    }
+    return kAlways | O_WRONLY | O_CREAT;
+}
+
+bool IsFitFor(File::Use use, const struct stat& status) {
+    switch (use) {
+        case File::Use::kShared:
+            return S_ISREG(status.st_mode);
+        case File::Use::kAlone:
+            return true;
+        case File::Use::kOutput:
+            break;
+    }
+    return S_ISREG(status.st_mode) || S_ISCHR(status.st_mode);
+}
+
+/// A file system that knows no locks refuses no use.
+bool IsLockedByOther(int descriptor, File::Use use) {
+    const int lock = use == File::Use::kShared ? LOCK_SH : LOCK_EX;
+    return flock(descriptor, lock | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+
+/// What stands against the use of the file behind `descriptor`.
+Fault TakeInto(int descriptor, File::Use use) {
+    struct stat status {};
+    if (fstat(descriptor, &status) != 0 || !IsFitFor(use, status)) return Fault::kDenied;
+    if (!S_ISREG(status.st_mode)) return Fault::kNone;
+    if (IsLockedByOther(descriptor, use)) return Fault::kInUse;
+    // Between opening and locking another program may have deleted it.
+    if (fstat(descriptor, &status) != 0 || status.st_nlink == 0) return Fault::kMissing;
+    if (use == File::Use::kOutput && ftruncate(descriptor, 0) != 0) return FaultOf(errno);
+    return Fault::kNone;
+}
+
+}  // namespace
+
+Fault FaultOf(int system_error) {
+    switch (system_error) {
+        case 0:
+            return Fault::kNone;
+        case ENOENT:
+        case ENOTDIR:
+            return Fault::kMissing;
+        case EEXIST:
+            return Fault::kExists;
+        case ENAMETOOLONG:
+        case EINVAL:
+            return Fault::kBadName;
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return Fault::kFull;
+        case EWOULDBLOCK:
+            return Fault::kInUse;
+        case EACCES:
+        case EPERM:
+        case EROFS:
+        case EISDIR:
+        case ENXIO:
+            return Fault::kDenied;
+        default:
+            return Fault::kOther;
+    }
+}
+
+std::optional<FileIdentity> IdentityOf(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) return std::nullopt;
+    return Identity(status);
+}
+
+File& File::operator=(File&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    return *this;
+}
+
+Fault File::Open(const std::string& path, Use use) {
+    Close();
+    const int descriptor = open(path.c_str(), Flags(use), kForAll);
+    if (descriptor < 0) return FaultOf(errno);
+    const Fault fault = TakeInto(descriptor, use);
+    if (fault == Fault::kNone)
+        handle_ = descriptor;
+    else
+        close(descriptor);
+    return fault;
+}
+
+Fault File::Close() noexcept {
+    if (!IsOpen()) return Fault::kNone;
+    return close(Descriptor(std::exchange(handle_, kNone))) == 0 ? Fault::kNone : FaultOf(errno);
+}
+
+FileIdentity File::Identity() const {
+    struct stat status {};
+    fstat(Descriptor(handle_), &status);
+    return os::Identity(status);
+}
+
+FileStamp File::Stamp() const {
+    constexpr std::int64_t kNanoseconds = 1'000'000'000;
+    struct stat status {};
+    fstat(Descriptor(handle_), &status);
+    return {.size = status.st_size, .changed = status.st_mtim.tv_sec * kNanoseconds + status.st_mtim.tv_nsec};
+}
+
+std::string File::Read(std::int64_t offset, std::size_t count) const {
+    std::string bytes(count, '\0');
+    const ssize_t got = pread(Descriptor(handle_), bytes.data(), count, offset);
+    bytes.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
+    return bytes;
+}
+
+Fault File::Write(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = write(Descriptor(handle_), bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR) return FaultOf(errno);
+        if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return Fault::kNone;
+}
+
+Fault MakeEmptyFile(const std::string& path) {
+    const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kForAll);
+    if (descriptor < 0) return FaultOf(errno);
+    close(descriptor);
+    return Fault::kNone;
+}
+
+bool MayMakeFilesIn(const std::string& folder) { return access(folder.c_str(), W_OK | X_OK) == 0; }
+
+}  // namespace vantrel::os
