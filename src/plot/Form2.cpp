@@ -64,8 +64,8 @@ void Form2::MSFlexGrid1_Click(Integer tab) {
     TextBox& editor = Text1(tab);
     const bool on_heading = grid.MouseRow() < grid.FixedRows() || grid.MouseCol() < grid.FixedCols();
     if (!on_heading && grid.Col() > kColor && grid.Row() >= 1) {
-        Edit_Col(tab) = grid.Col();
-        Edit_Row(tab) = grid.Row();
+        Edit_Col = grid.Col();
+        Edit_Row = grid.Row();
         editor.SetWidth(grid.ColWidth(1));
         editor.SetHeight(grid.RowHeight(1));
         editor.SetText(grid.Text());
@@ -84,8 +84,8 @@ void Form2::MSFlexGrid1_Click(Integer tab) {
 
 void Form2::Text1_Change(Integer tab) {
     MSFlexGrid& grid = MSFlexGrid1(tab);
-    grid.SetCol(Edit_Col(tab));
-    grid.SetRow(Edit_Row(tab));
+    grid.SetCol(Edit_Col);
+    grid.SetRow(Edit_Row);
     grid.SetText(Text1(tab).Text());
     const int ch = grid.Row() - 1;
     if (grid.Col() == kDivision) ChannelDivision(tab, ch) = grid.Text();

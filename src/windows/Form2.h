@@ -1,7 +1,7 @@
 // Draw settings of all channels, one tab for each device.
 #pragma once
 
-#include "platform/tables.h"
+#include "platform/numbers.h"
 #include "platform/toolkit.h"
 
 namespace vantrel {
@@ -14,7 +14,8 @@ struct Form2 : Window {
     ControlArray<TextBox, 4> Text1{SSTab1, "Text1", {120, 480, 1200, 285}};
     CommandButton Command1{*this, "Command1", {240, 6360, 7575, 375}, "OK"};
 
-    Table<Integer, 4> Edit_Col, Edit_Row;  ///< by tab: the cell that its editor stands on
+    /// The cell that was clicked last, on whichever tab. An editor left open on another tab writes to it, too.
+    Integer Edit_Col = 0, Edit_Row = 0;
 
     void Form_Load();
     void MSFlexGrid1_Click(Integer tab);

@@ -4,6 +4,7 @@
 #include "plot/placed.h"
 #include "state/shared.h"
 #include "support/desk.h"
+#include "support/errors.h"
 #include "windows/Form1.h"
 
 #include <QAbstractItemView>
@@ -199,7 +200,7 @@ TEST_F(AllSettings, Close_box_checks_nothing_either) {
     EXPECT_EQ(ChannelDivision(0, 0), "-2");
 }
 
-TEST_F(AllSettings, Editor_writes_to_the_cell_that_it_stands_on_after_another_tab_was_used) {
+TEST_F(AllSettings, Editor_left_open_on_another_tab_writes_to_the_cell_that_was_clicked_last) {
     OpenAndConnect();
     Settings([this] {
         ClickAt(2, 2, 0);
@@ -208,10 +209,41 @@ TEST_F(AllSettings, Editor_writes_to_the_cell_that_it_stands_on_after_another_ta
         user.Type("Form2", "Text1(1)", "55");
         user.ClickTab("Form2", "SSTab1", 0);
         user.Type("Form2", "Text1(0)", "22");
+        EXPECT_EQ(Cell(5, 3), "22");
+        EXPECT_EQ(Cell(2, 2), "1");
+        ClickAt(2, 2, 0);
+        user.Type("Form2", "Text1(0)", "7");
     });
     EXPECT_EQ(ChannelOffset(1, 4), "55");
-    EXPECT_EQ(ChannelDivision(0, 1), "22");
-    EXPECT_EQ(ChannelOffset(0, 4), "0");
+    EXPECT_EQ(ChannelOffset(0, 4), "22");
+    EXPECT_EQ(ChannelDivision(0, 1), "7") << "clicked again";
+}
+
+TEST_F(AllSettings, Click_on_an_editor_left_open_on_another_tab_writes_its_text_to_the_cell_clicked_last) {
+    OpenAndConnect();
+    ChannelDivision(0, 1) = "3";
+    Settings([this] {
+        ClickAt(2, 2, 0);
+        user.ClickTab("Form2", "SSTab1", 1);
+        ClickAt(5, 3, 1);
+        user.ClickTab("Form2", "SSTab1", 0);
+        user.Click("Form2", "Text1(0)");
+    });
+    EXPECT_EQ(ChannelOffset(0, 4), "3");
+    EXPECT_EQ(ChannelDivision(0, 1), "3");
+}
+
+TEST_F(AllSettings, Editor_left_open_on_a_smaller_card_fails_at_a_channel_that_this_card_lacks) {
+    OpenAndConnect({0, 1, 2});
+    Settings([this] {
+        user.ClickTab("Form2", "SSTab1", 2);
+        ClickAt(2, 2, 2);
+        user.ClickTab("Form2", "SSTab1", 0);
+        ClickAt(20, 2, 0);
+        user.ClickTab("Form2", "SSTab1", 2);
+        EXPECT_EQ(ErrorOf([] { The<Form2>().Text1(2).SetText("5"); }), kGridRow);
+    });
+    EXPECT_EQ(ChannelDivision(2, 1), "1");
 }
 
 TEST_F(AllSettings, A_click_on_the_editor_takes_its_cell_up_again) {
