@@ -144,12 +144,9 @@ void Record_View_Draw::Slider1_Click() {
     if (Record_Path.empty()) return;  // nothing has been drawn
     try {
         Open_Draw_Record(Record_Path);
-        if (Record_Rs.RecordCount() != 0) {
-            Row_Index = Slider1.Value();
-            const std::string value = Stored_Text(Record_Db, Row_Index, Record_Channel, "");
-            Text1.SetText(Str(Row_Index));
-            show_value.SetText(value);
-        }
+        Row_Index = Slider1.Value();
+        Text1.SetText(Str(Row_Index));
+        if (Record_Rs.RecordCount() != 0) show_value.SetText(Stored_Text(Record_Db, Row_Index, Record_Channel, ""));
         Record_Db.Close();
     } catch (const RunTimeError& error) {
         Record_Db.Close();

@@ -150,7 +150,7 @@ TEST_F(RecordWithoutRows, Is_the_cursors_from_then_on_which_finds_nothing_in_it)
     Draw();
     const auto messages = user.Messages().size();
     user.Move(kDialog, "Slider1", 3);
-    ExpectShown("2", "2");
+    ExpectShown("3", "2");
     EXPECT_EQ(user.Messages().size(), messages);
     EXPECT_EQ(The<Record_View_Draw>().Record_Path, Record("Record1"));
 }

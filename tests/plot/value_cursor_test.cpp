@@ -198,7 +198,7 @@ TEST_F(ValueCursor, Tells_that_the_record_is_gone_and_makes_no_new_file) {
     EXPECT_EQ(user.Messages().size(), 2U);
 }
 
-TEST_F(ValueCursor, Tells_that_the_row_is_gone) {
+TEST_F(ValueCursor, Tells_that_the_row_is_gone_and_shows_its_number) {
     MakeTen();
     Choose("Record1");
     Draw();
@@ -206,7 +206,7 @@ TEST_F(ValueCursor, Tells_that_the_row_is_gone) {
     database.OpenRecordset("select * from data where NUM='2'").Delete();
     MoveTo(2);
     EXPECT_EQ(user.Messages(), std::vector<std::string>{"The value cannot be read.\n\nRow 2 is not in the record."});
-    ExpectShown("1", "1.1");
+    ExpectShown("2", "1.1");
     MoveTo(3);
     ExpectShown("3", "3.1");
 }
@@ -219,7 +219,7 @@ TEST_F(ValueCursor, Tells_that_the_row_holds_nothing_by_now) {
     MakeReadings("Record1", {"1", {}, "3"});
     MoveTo(2);
     EXPECT_EQ(user.Messages(), std::vector<std::string>{"The value cannot be read.\n\nRow 2 holds nothing for CH1."});
-    ExpectShown("1", "1.1");
+    ExpectShown("2", "1.1");
 }
 
 TEST_F(ValueCursor, Keeps_the_record_of_the_last_draw_that_succeeded) {
