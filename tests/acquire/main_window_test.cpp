@@ -24,6 +24,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <map>
 #include <sys/stat.h>
 
 namespace vantrel {
@@ -52,6 +53,16 @@ protected:
     }
     std::string Reading(int dev) const {
         return user.CellText("Form1", "MSFlexGrid1(" + std::to_string(dev) + ")", 1, 0);
+    }
+    /// Which controls and menu entries of the main window are on, by their names.
+    std::map<QString, bool> OnAndOff() const {
+        std::map<QString, bool> on;
+        for (const QWidget* control : user.FindWindow("Form1")->findChildren<QWidget*>())
+            if (!control->objectName().isEmpty()) on[control->objectName()] = control->isEnabled();
+        for (const QAction* entry : user.FindWindow("Form1")->findChildren<QAction*>())
+            if (!entry->objectName().isEmpty()) on[entry->objectName()] = entry->isEnabled();
+        EXPECT_TRUE(on.contains("Command3") && on.contains("set_sc"));
+        return on;
     }
     /// Opens `window` by `open` and tells whether it came up modally.
     bool ComesUpModally(const std::string& window, const User::Action& open) {
@@ -207,6 +218,18 @@ TEST_F(MainWindow, Opens_the_set_up_dialogs_modally) {
                                                           {"set_draw", "Form3"},
                                                           {"Connected_to_Instrument", "Connect"}})
         EXPECT_TRUE(ComesUpModally(window, [&, name = entry] { user.Menu(name); })) << entry;
+}
+
+TEST_F(MainWindow, At_the_start_nothing_happens_behind_the_record_browser) {
+    MarkLiveTables();
+    const auto before = OnAndOff();
+    EXPECT_TRUE(ComesUpModally("Record_View_Form", [&] { user.Menu("Record_View"); }));
+    EXPECT_EQ(OnAndOff(), before);
+    for (const char* entry : {"set_sc", "set_read", "set_draw"}) EXPECT_FALSE(user.MenuEnabled(entry)) << entry;
+    for (int dev = 0; dev < 4; ++dev) EXPECT_EQ(Reading(dev), "a reading") << dev;
+    EXPECT_EQ(DeviceCount, 0);
+    EXPECT_EQ(wire->Calls(), Texts{});
+    EXPECT_EQ(user.Messages(), Texts{});
 }
 
 TEST_F(MainWindow, Opens_the_draw_settings_of_all_channels_modally) {

@@ -153,14 +153,6 @@ TEST_F(Browser, Holds_the_main_window_when_the_menu_opened_it) {
     EXPECT_FALSE(user.Sees(kBrowser));
 }
 
-TEST_F(Browser, From_the_menu_is_opened_by_its_entry_and_nothing_happens_behind_it) {
-    Open("");
-    user.WhenShown(kBrowser, [&] { user.Click(kBrowser, "Command4"); });
-    user.Menu("Record_View");
-    EXPECT_TRUE(user.Messages().empty());
-    EXPECT_TRUE(user.Sees("Form1"));
-}
-
 TEST_F(Browser, That_is_open_beside_becomes_modal_by_the_menu_and_keeps_its_page) {
     MakeRecord(Entry("Record1.mdb"), 3);
     OpenBrowser();
