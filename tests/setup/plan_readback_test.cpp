@@ -8,6 +8,8 @@
 #include "windows/Form1.h"
 #include "windows/Set_Dev.h"
 
+#include <algorithm>
+
 namespace vantrel {
 namespace {
 
@@ -74,6 +76,20 @@ TEST_F(PlanReadback, Cleaned_reply_becomes_the_cell_by_the_map) {
             read_back(0);
             EXPECT_EQ(Cell(0), it.name) << it.reply;
         }
+    }
+}
+
+TEST_F(PlanReadback, Cell_that_is_still_empty_is_no_current_channel_and_is_asked_for_all_there_is) {
+    for (const auto read_back : both) {
+        OpenWith(10, "channel 1 VOLT\nchannel 2 VOLT:AC\nchannel 3 TEMP PT385 FRTD\n");
+        for (int ch = 0; ch < 10; ++ch) Cell(ch) = "";
+        read_back(0);
+        EXPECT_EQ(Cell(0), "DCV");
+        EXPECT_EQ(Cell(1), "ACV");
+        EXPECT_EQ(Cell(2), "4W,TEMP");
+        const Strings sent = wire->Sent(0);
+        for (const char* query : {"rout:scan:func? 1\n", "rout:scan:func? 2\n", "TEMPerature:TRANsducer? @3\n"})
+            EXPECT_EQ(std::ranges::count(sent, query), 1) << query;
     }
 }
 
