@@ -66,7 +66,7 @@ instrument USB0::0xFFFF::0x0000::SB0-1102::INSTR
   serial "SB0-1102"
   card 0
 
-# Something on the bus that is no multimeter.
+# Something on the bus that is not a multimeter.
 instrument GPIB0::30::INSTR
   silent
 )bench";

@@ -108,7 +108,7 @@ char Parser::Escaped(std::string_view text, std::size_t& at) {
 
 int Parser::NumberAt(std::size_t index) const {
     const auto number = WholeNumber(words_[index]);
-    if (!number || *number < 0) Refuse("'" + words_[index] + "' is no number from 0 on");
+    if (!number || *number < 0) Refuse("'" + words_[index] + "' is not a number from 0 on");
     return *number;
 }
 
@@ -125,7 +125,7 @@ void Parser::ReadBenchEntry() {
     } else if (Is("pause", 2)) {
         bench.pace.pause_ms = NumberAt(1);
     } else {
-        Refuse("'" + words_[0] + "' is no entry of a bench, or has too few or too many words");
+        Refuse("'" + words_[0] + "' is not an entry of a bench, or has too few or too many words");
     }
 }
 
@@ -164,7 +164,7 @@ void Parser::ReadInstrumentEntry(InstrumentDescription& instrument) {
     } else if (entry == "counts") {
         for (std::size_t i = 1; i < words_.size(); ++i) instrument.counts.push_back(NumberAt(i));
     } else {
-        Refuse("'" + entry + "' is no entry of an instrument, or has too few or too many words");
+        Refuse("'" + entry + "' is not an entry of an instrument, or has too few or too many words");
     }
 }
 
@@ -179,7 +179,7 @@ void Parser::ReadChannel(InstrumentDescription& instrument) {
 
     ChannelDescription channel;
     channel.function = StoredFunction("\"" + Upper(words_[2]) + "\"").value_or("");
-    if (channel.function.empty()) Refuse("'" + words_[2] + "' is no function");
+    if (channel.function.empty()) Refuse("'" + words_[2] + "' is not a function");
     for (std::size_t i = 3; i < words_.size(); ++i) {
         const std::string word = Upper(words_[i]);
         if (word == "OPEN") {

@@ -55,7 +55,7 @@ std::unique_ptr<Bench> MakeBench() {
     return bench;
 }
 
-/// The bench; nullptr if its file is no bench file, which is told on the standard error.
+/// The bench; nullptr if its file is not a bench file; the standard error says why.
 Bench* TheBench() {
     static const std::unique_ptr<Bench> bench = []() -> std::unique_ptr<Bench> {
         try {

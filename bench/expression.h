@@ -6,7 +6,7 @@
 
 namespace vantrel::bench {
 
-/// Whether `expression` describes the whole of `resource`, without regard to case. No value: it is no expression.
+/// Whether `expression` describes the whole of `resource`, without regard to case. No value: it is not an expression.
 ///
 /// "?" is any character; "*" and "+" repeat what stands before them from 0 and from 1 times on; "[list]" and "[^list]"
 /// are one character in or out of the list; "|" separates alternatives; "()" groups; "\" takes the next one literally.

@@ -100,7 +100,7 @@ const std::vector<Instrument::Command>& Instrument::Commands() {
     return commands;
 }
 
-/// A message that is no command of this instrument has no effect and no reply.
+/// A message that this instrument does not know has no effect and no reply.
 void Instrument::CarryOut(std::string_view message) {
     const auto blank = std::min(message.find(' '), message.size());
     const std::string_view header = message.substr(0, blank);

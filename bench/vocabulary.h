@@ -12,7 +12,7 @@ namespace vantrel::bench {
 bool IsCommand(std::string_view header, std::string_view pattern);
 
 /// The function that a channel holds after `word`, which comes in double quotes: "PER" for the word PERIOD.
-/// Nothing for a word that is no function.
+/// Nothing for a word that is not a function.
 std::optional<std::string> StoredFunction(std::string_view word);
 
 // All of these take upper case.

@@ -39,7 +39,7 @@ Fail() {
     exit 1
 }
 
-# WaitUntil SECONDS COMMAND...: repeats a command until it succeeds; fails if it has not after so many seconds.
+# WaitUntil SECONDS COMMAND...: repeats a command until it succeeds; fails if it has not succeeded by then.
 WaitUntil() {
     local end=$((SECONDS + $1))
     shift

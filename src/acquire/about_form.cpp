@@ -3,7 +3,7 @@
 namespace vantrel {
 
 about_form::about_form() : Window("about_form", "About Orlane VANTREL", {5775, 2415}) {
-    Command1.SetFocus();  // it comes up with its button ready and not with the link
+    Command1.SetFocus();  // it opens with the focus on its button, not on the link
     Label4.OnClick = [this] { Label4_Click(); };
     Command1.OnClick = [this] { Command1_Click(); };
 }

@@ -127,8 +127,8 @@ void Fetch_Readings(Integer dev) {
                 Hand_On_Row(dev, got);
                 start = 0;
             } else if (f == taken_before) {
-                // The plan at hand leaves no channel for the fields, as another instrument's may: on with the next row,
-                // and where that has none either, no further.
+                // The plan has no channel left for the fields, as another instrument's plan may: they begin the next
+                // row. If that has no channel either, the fetch ends.
                 if (start == 0) break;
                 start = 0;
             }

@@ -9,7 +9,7 @@ namespace vantrel {
 Form3::Form3() : Window("Form3", "Set Draw", {4785, 3360}) {
     Combo_db.SetTabStop(false);
     Combo_dev.OnChange = Combo_dev.OnClick = [this] { Combo_dev_Change(); };
-    // A pick only: a text that is still being typed is no channel.
+    // Picks only: a text that is still being typed is not a channel yet.
     Combo_chan.OnClick = [this] { Combo_chan_Click(); };
     division_text.OnChange = [this] { division_text_Change(); };
     offset_text.OnChange = [this] { offset_text_Change(); };

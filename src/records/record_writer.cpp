@@ -16,7 +16,7 @@ void Convert_Current(Integer device, Integer ch) {
     ScanRow(device, ch) = Str(current);
 }
 
-/// A column never holds an empty text: a field of blanks, of which trimming leaves nothing, is no reading.
+/// A column never holds an empty text: a field of blanks, of which trimming leaves nothing, counts as no reading.
 std::string Stored(const std::string& reading) { return reading.empty() ? " " : reading; }
 
 void Append_Row(Integer device) {

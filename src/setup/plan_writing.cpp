@@ -20,9 +20,9 @@ void WriteTimer(const std::string& text, Integer dev) {
     SendScpi("ROUTe:SCAN:TIMER " + text, dev);
 }
 
-/// A timer that is no number, or one too large for a float, ends SET where it would be converted: the scan mode of
-/// device `dev` is taken by then, but nothing of it goes out; what was sent to the devices before it stays sent, and
-/// the user is told whose timer to mend. Working arrays stay as they are.
+/// A timer that is not a number, or too large for a float, ends SET where it would be converted. The scan mode of
+/// device `dev` has been taken by then, but nothing has been sent to it; the devices before it have been set. The user
+/// is told whose timer to correct. The working arrays stay as they are.
 void RefuseTimer(Set_Dev& dialog, Integer dev) {
     // The shown device may have been written and read back already.
     if (dialog.Dev_Sel >= 0 && dialog.Dev_Sel < dev) dialog.Fill_Combos();

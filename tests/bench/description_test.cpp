@@ -99,7 +99,7 @@ TEST(BenchFile, Faults_are_read) {
 
 TEST(BenchFile, Fault_in_a_line_is_told_with_its_number) {
     EXPECT_EQ(FaultOf("instrument A\n\nsirial x\n"),
-              "line 3: 'sirial' is no entry of an instrument, or has too few or too many words");
+              "line 3: 'sirial' is not an entry of an instrument, or has too few or too many words");
 }
 
 TEST(BenchFile, Entry_of_an_instrument_before_the_first_instrument_is_refused) { EXPECT_NE(FaultOf("serial x\n"), ""); }
@@ -107,7 +107,7 @@ TEST(BenchFile, Entry_of_an_instrument_before_the_first_instrument_is_refused) {
 TEST(BenchFile, Unclosed_quote_is_refused) { EXPECT_EQ(FaultOf("instrument \"A\n"), "line 1: a quote is not closed"); }
 
 TEST(BenchFile, Unknown_function_is_refused) {
-    EXPECT_EQ(FaultOf("instrument A\nchannel 1 CURR\n"), "line 2: 'CURR' is no function");
+    EXPECT_EQ(FaultOf("instrument A\nchannel 1 CURR\n"), "line 2: 'CURR' is not a function");
 }
 
 TEST(BenchFile, Channel_beyond_the_twentieth_is_refused) {

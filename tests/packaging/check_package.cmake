@@ -12,5 +12,5 @@ endforeach()
 
 file(GLOB records ${PACKAGE}/bin/db/*)
 if(NOT IS_DIRECTORY ${PACKAGE}/bin/db OR records)
-  message(FATAL_ERROR "bin/db is no empty folder: ${records}")
+  message(FATAL_ERROR "bin/db is not an empty folder: ${records}")
 endif()

@@ -218,7 +218,7 @@ void GridView::scrollTo(const QModelIndex& index, ScrollHint hint) {
 void GridView::mousePressEvent(QMouseEvent* event) {
     const QPoint cell = CellAt(event->position().toPoint());
     if (cell.x() < 0 || cells_->IsFixed(cell.y(), cell.x()))
-        event->accept();  // headings are no selection and never the current cell
+        event->accept();  // headings are never selected and never the current cell
     else
         QTableView::mousePressEvent(event);
 }

@@ -11,7 +11,7 @@
 
 namespace vantrel {
 
-/// UTF-8 to Qt's text. A byte that is no UTF-8 (an instrument can send any) becomes a lone low surrogate, so that
+/// UTF-8 to Qt's text. A byte that is not UTF-8 (an instrument can send any) becomes a lone low surrogate, so that
 /// FromQt gives it back.
 QString ToQt(const std::string& text);
 std::string FromQt(const QString& text);

@@ -19,7 +19,7 @@ with Desk(same_readings_bench) as desk:
         return sent_before
 
     def ExpectEnd(sent_before, passes, when, begin=begin):
-        """The run ends with one message, the controls idle, so many passes on the wire and a row of each in the record."""
+        """The run ends with one message, the controls idle, this many passes on the wire and a row of each in the record."""
         ConfirmEnd(desk)
         ExpectOn(main, idle, f"at the end of a run stopped {when}")
         Expect(desk.Windows(), ["VANTREL MAIN"], f"windows behind a run stopped {when}")
@@ -58,7 +58,7 @@ with Desk(same_readings_bench) as desk:
     main["Command4"].Click()
     ExpectEnd(sent_before, "1", "in the interval")
 
-    # Of the poll of a run that reads so many readings and ends by itself: Stop changes nothing but the controls.
+    # Of the poll of a run with Scan Count, which ends by itself: Stop changes nothing but the controls.
     Set(desk, per_scan_interval=True, stop_after_n_scan=True, N_SCAN="30")
     sent_before = Start()
     with desk.Held(poll):

@@ -9,7 +9,7 @@ two_scanners = "pace 1\npause 1\n" + scanner + scanner.replace("::7::", "::8::")
 
 
 def Run(rows):
-    """Starts a run and waits until Record1 has so many rows."""
+    """Starts a run and waits until Record1 has this many rows."""
     main["Command3"].Click()
     WaitRows(rows)
 

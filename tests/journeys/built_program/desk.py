@@ -51,7 +51,7 @@ def Expect(seen, expected, what=""):
 
 
 def Until(condition, what, seconds=a11y.hang_on, pause=0.02):
-    """Asks again until `condition` holds, and gives its value; fails if it does not in so many seconds."""
+    """Asks again until `condition` holds, and gives its value; fails if it does not hold in time."""
     end = time.monotonic() + seconds
     while True:
         value = condition()

@@ -14,7 +14,7 @@ def Current(reading, ohm, offset):
 
 
 def Row(length, **cells):
-    """A row of so many channels, of which these have a reading, as ch1=..., and the others one blank."""
+    """A row of this many channels, of which these have a reading, as ch1=..., and the others one blank."""
     return [cells.get(f"ch{number}", " ") for number in range(1, length + 1)]
 
 
