@@ -17,8 +17,8 @@ struct Record_View_Form : Window {
                            "CSV", "",         "Save the table as it stands in a CSV file"};
     CommandButton Command4{*this, "Command4", {8760, 2040, 2055, 375}, "Exit", "", "Close this window"};
     MSFlexGrid MSFlexGrid1{*this, "MSFlexGrid1", {120, 2520, 10695, 5175}, 3, 22, 2, 2};
-    CommandButton prev_DB{*this, "prev_DB", {2400, 7800, 2895, 375}, "Previous", "", "The 1000 rows before"};
-    CommandButton next_DB{*this, "next_DB", {5400, 7800, 2415, 375}, "Next", "", "The 1000 rows behind"};
+    CommandButton prev_DB{*this, "prev_DB", {2400, 7800, 2895, 375}, "Previous", "", "Show the 1000 rows before"};
+    CommandButton next_DB{*this, "next_DB", {5400, 7800, 2415, 375}, "Next", "", "Show the next 1000 rows"};
     CommonDialog CommonDialog1;
 
     double RowFrom = 0;      ///< NUM of the first row of the page

@@ -23,8 +23,8 @@ with Desk() as desk:
         "MSFlexGrid1": [["Scan"] * 2 + ["Channel"] * 20,
                         ["Scan Cycle", "Time"] + [f"CH {ch}" for ch in channels],
                         [""] * 22],
-        "prev_DB": Shows("Previous", "The 1000 rows before", enabled=False),
-        "next_DB": Shows("Next", "The 1000 rows behind", enabled=False),
+        "prev_DB": Shows("Previous", "Show the 1000 rows before", enabled=False),
+        "next_DB": Shows("Next", "Show the next 1000 rows", enabled=False),
     })
     Expect(sorted(browser["List1"].Entries()), records)
     browser["Command4"].Click()
