@@ -23,6 +23,7 @@ namespace vantrel {
 namespace {
 
 /// Takes the close entry, and what stands above it, out of the window's system menu: the way out is exit_item.
+// Kept: K-exit
 void Trim_System_Menu(Window& window) {
     SystemMenu* menu = GetSystemMenu(window, false);
     if (menu == nullptr) return;
@@ -91,7 +92,7 @@ void Form1::Form_Unload() {
 void Form1::exit_item_Click() {
     Command4_Click();
     Close_Sessions();
-    End();
+    End();  // Kept: K-exit-in-run
 }
 
 void Form1::set_sc_Click() {
@@ -120,6 +121,7 @@ void Form1::Record_View_Click() {
     The<Record_View_Form>().ShowModal();
 }
 
+// Kept: K-two-ways-in
 void Form1::Command7_Click() { The<Record_View_Form>().Show(); }
 
 void Form1::Record_Draw_Click() { The<Record_View_Draw>().ShowModal(); }
@@ -132,7 +134,7 @@ void Form1::Combo1_Click() {
     // A text typed while there is no device: Start stays off.
     if (DeviceCount == 0) return;
     Make_Live_Tables();
-    Enable_All();
+    Enable_All();  // Kept: K-choose-device
 }
 
 void Form1::Connected_to_Instrument_Click() {
@@ -148,7 +150,7 @@ void Form1::Connected_to_Instrument_Click() {
     } else {
         Combo1.SetListIndex(0);
         The<Form3>().Combo_dev.SetListIndex(0);
-        The<Set_Dev>().Combo1_dev.SetListIndex(0);
+        The<Set_Dev>().Combo1_dev.SetListIndex(0);  // Kept: K-three-reads
         for (const Integer dev : Each(DeviceCount)) {
             SSTab1.SetTabVisible(dev, true);
             SSTab1.SetTab(dev);

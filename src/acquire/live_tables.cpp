@@ -36,10 +36,10 @@ void Make_Live_Table(Integer dev) {
     for (const Integer ch : Each(ChannelCount(dev))) {
         if (!LinkIsGood()) {
             main.Disable_All();
-            main.Command4_Click();
+            main.Command4_Click();  // Kept: K-last-status
             return;
         }
-        const std::string& function = ChannelPlan(SlotOf(dev), ch);
+        const std::string& function = ChannelPlan(SlotOf(dev), ch);  // Kept: K-row-or-device
         table.SetCol(ch % 10);
         table.SetRow(2 * (ch / 10));
         table.SetCellBackColor(ButtonFace());
@@ -56,7 +56,7 @@ void Make_Live_Tables() {
 
 void Update_Tables(Integer dev) {
     // See Value has no table for a device that Connect has taken away in its pass.
-    if (dev < DeviceCount) Add_Scan(The<DATA_Table>().MSFlexGrid1(dev), dev);
+    if (dev < DeviceCount) Add_Scan(The<DATA_Table>().MSFlexGrid1(dev), dev);  // Kept: K-see-value
     Add_Scan(The<Form1>().MSFlexGrid2(dev), dev);
 }
 

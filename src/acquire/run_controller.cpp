@@ -41,7 +41,7 @@ void Prepare_Tables(Form1& main) {
     for (const Integer dev : Each(main.MSFlexGrid2.Size())) {
         // Two headings, and one row without the old run's text.
         main.MSFlexGrid2(dev).SetRows(2);
-        main.MSFlexGrid2(dev).SetRows(3);
+        main.MSFlexGrid2(dev).SetRows(3);  // Kept: K-see-value
     }
 }
 
@@ -58,7 +58,7 @@ bool Open_Records() {
             continue;
         }
         if (!FileExists(RecordPath(dev))) {
-            MsgBox("The database is error!!Please choice a database again.");
+            MsgBox("The database is error!!Please choice a database again.");  // Kept: K-texts
             return false;
         }
         OpenRecord(dev);
@@ -68,6 +68,7 @@ bool Open_Records() {
 
 void Wait_For_Start_Time() {
     if (The<Form4>().at_time.Value() != 1) return;
+    // Kept: K-one-pass, K-reached
     while (!(StopRequested == -1 || Now() > The<Form4>().StartTime.Value())) {
         Sleep(kStartWait);
         DoEvents();
@@ -75,17 +76,17 @@ void Wait_For_Start_Time() {
 }
 
 void Send_Scan_Count() {
-    if (DeviceCount < 1) return;
-    const double count = The<Form4>().OneShot() ? ScanNumber() : ActiveChannels(0);
+    if (DeviceCount < 1) return;                                                     // Kept: K-first-device
+    const double count = The<Form4>().OneShot() ? ScanNumber() : ActiveChannels(0);  // Kept: K-no-channel
     SendScpi("rout:scan:count " + Str(count), 0);
 }
 
 void Set_Targets() {
     for (const Integer dev : Each(DeviceCount)) {
         if (The<Form4>().OneShot()) {
-            ScanTarget(dev) = ScanNumber();
+            ScanTarget(dev) = ScanNumber();  // Kept: K-16-bits
             ScanThreshold(dev) = ScanTarget(dev) > ActiveChannels(dev) ? Integer(ActiveChannels(dev)) : ScanTarget(dev);
-            StopRequested = -1;
+            StopRequested = -1;  // Kept: K-one-pass
         } else {
             ScanTarget(dev) = ActiveChannels(dev);
             ScanThreshold(dev) = ActiveChannels(dev);
@@ -106,12 +107,14 @@ void Wait_Interval() {
 bool Run_Pass() {
     if (DeviceCount >= 1) SendScpi("rout:" + ScanModeWord(SlotOf(0)), 0);
     Set_Targets();
+    // Kept: K-connect-in-run
     for (const Integer dev : Each(DeviceCount)) {
         Poll_Scan(dev);
         DoEvents();
     }
     Draw_Trend();
-    Wait_Interval();
+    Wait_Interval();  // Kept: K-interval
+    // Kept: K-equal-number
     if (The<Form4>().stop_after_n_scan.Value() == 1 && ScanNumber() == ScanCount(0)) return false;
     if (The<Form4>().stop_time.Value() == 1 && Now() > The<Form4>().StopTime.Value()) return false;
     DoEvents();
@@ -120,8 +123,9 @@ bool Run_Pass() {
 
 void End_Run(Form1& main) {
     for (const Integer dev : Each(DeviceCount))
-        if (RecordName(dev) != "0") CloseRecord(dev);
+        if (RecordName(dev) != "0") CloseRecord(dev);  // Kept: K-start-opens
     main.Command4_Click();
+    // Kept: K-one-status
     if (!LinkIsGood()) {
         StopRequested = -1;
         main.Disable_Keep_View();
@@ -137,10 +141,11 @@ void Form1::Command3_Click() {
     Command4.SetEnabled(true);
     Command5.SetEnabled(false);
     Command6.SetEnabled(true);
-    Command8.SetEnabled(true);
+    Command8.SetEnabled(true);  // Kept: K-dialog-holds
     Prepare_Tables(*this);
-    StopRequested = 0;
+    StopRequested = 0;  // Kept: K-cleared-flag
     // Without a record's file everything stays as it is: Stop gives the controls back.
+    // Kept: K-missing-record
     if (!Open_Records()) return;
     Wait_For_Start_Time();
     Send_Scan_Count();
@@ -152,7 +157,7 @@ void Form1::Command3_Click() {
 void Form1::Command4_Click() {
     Command5.SetEnabled(true);
     StopRequested = -1;
-    Enable_All();
+    Enable_All();  // Kept: K-start-nested
     exit_item.SetEnabled(true);
 }
 

@@ -28,12 +28,14 @@ std::string FetchTime(Integer dev, Integer row) {
 void Fill_Row(Integer dev, int start, const std::vector<std::string>& fields, Integer& f, Integer& got) {
     for (int ch = start; ch < ChannelCount(dev); ++ch) {
         const auto at = static_cast<std::size_t>(f);
+        // Kept: K-row-or-device
         if (Contains(ChannelPlan(dev, ch), "NONE") || at >= fields.size()) {
             ScanRow(dev, ch) = " ";
             continue;
         }
+        // Kept: K-empty-field
         if (!fields[at].empty()) {
-            ScanRow(dev, ch) = Trim(fields[at]);
+            ScanRow(dev, ch) = Trim(fields[at]);  // Kept: K-last-line-feed
             ++got;
         }
         ++f;
@@ -51,12 +53,14 @@ void Hand_On_Row(Integer dev, Integer got) {
 
 void Finish_Pass(Integer dev) {
     Fetch_Readings(dev);
-    ScanTarget(dev) = 0;
+    ScanTarget(dev) = 0;  // Kept: K-start-nested
 }
 
+// Kept: K-no-end
 void Poll_One(Integer dev) {
     while (true) {
         SendScpi("rout:scan:state?", dev);
+        // Kept: K-equal-count
         if (ReplyNumber() == ScanThreshold(dev)) {
             ScanThreshold(dev) = ScanThreshold(dev) + ActiveChannels(dev);
             Add_Fetch_Time(dev);
@@ -68,6 +72,7 @@ void Poll_One(Integer dev) {
             return;
         }
         // Whatever a handler put into the buffer in the meantime is what is read here.
+        // Kept: K-shared-buffer
         if (ReplyNumber() == ScanTarget(dev)) {
             Finish_Pass(dev);
             return;
@@ -81,8 +86,9 @@ void Poll_Sweeping(Integer dev) {
         for (const Integer i : Each(DeviceCount)) {
             SendScpi("rout:scan:state?", i);
             const double count = ReplyNumber();
+            // Kept: K-equal-count, K-sweep-target
             if (count == ScanThreshold(i) || count == ScanTarget(dev)) {
-                ScanThreshold(i) = ScanThreshold(i) + ActiveChannels(i);
+                ScanThreshold(i) = ScanThreshold(i) + ActiveChannels(i);  // Kept: K-moving-threshold
                 Add_Fetch_Time(i);
             }
             if (i == dev && count == ScanTarget(dev)) {
@@ -90,7 +96,7 @@ void Poll_Sweeping(Integer dev) {
                 return;
             }
         }
-        Sleep(kPollWait);
+        Sleep(kPollWait);  // Kept: K-sweep-status
         DoEvents();
     }
 }
@@ -123,6 +129,7 @@ void Fetch_Readings(Integer dev) {
             Fill_Row(dev, start, fields, f, got);
             const double n = Val(The<Form4>().N_SCAN.Text());
             active = ActiveChannels(dev);
+            // Kept: K-number-row
             if (Mod(got, active) == 0 || n == got) {
                 Hand_On_Row(dev, got);
                 start = 0;
@@ -133,7 +140,7 @@ void Fetch_Readings(Integer dev) {
                 start = 0;
             }
         } while (f <= last);
-        start = Mod(got, active);
+        start = Mod(got, active);  // Kept: K-cut-by-reads
         if (VisaStatus != kViSuccessMaxCnt) break;
         ReadScpi(dev);
     }

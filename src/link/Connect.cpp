@@ -22,7 +22,7 @@ void Write(int place, const std::string& bytes, std::uint32_t count) {
 std::string Read(int place) {
     std::string reply;
     VisaStatus = viRead(InstrSession(place), &reply, kReplyBytes, &RetCount);
-    ReplyBuffer = reply + ReplyBuffer.Text().substr(reply.size());
+    ReplyBuffer = reply + ReplyBuffer.Text().substr(reply.size());  // Kept: K-search-buffer
     return Left(ReplyBuffer, RetCount);
 }
 
@@ -30,7 +30,7 @@ std::string Read(int place) {
 std::string SecondField(const std::string& identity) {
     const auto first = identity.find(',');
     const auto second = first == std::string::npos ? first : identity.find(',', first + 1);
-    if (second == std::string::npos) throw RunTimeError(kInvalidCall);
+    if (second == std::string::npos) throw RunTimeError(kInvalidCall);  // Kept: K-identity
     return identity.substr(first + 1, second - first - 1);
 }
 
@@ -55,11 +55,12 @@ void Connect::Form_Load() {
     Command1_Click();
 }
 
+// Kept: K-no-cancel
 void Connect::Form_CloseBox() { Command2_Click(); }
 
 void Connect::Command1_Click() {
     const BusyCursor busy;
-    VisaStatus = viClose(FindList);
+    VisaStatus = viClose(FindList);  // Kept: K-six-closes
     VisaStatus = viClose(DefaultRM);
     for (const Integer i : Each(4)) VisaStatus = viClose(InstrSession(i));
     MSFlexGrid1.SetRows(1);
@@ -73,7 +74,7 @@ void Connect::Command1_Click() {
     ComboBox& chosen = The<Form1>().Combo1;
     for (const Integer i : Each(DeviceCount)) {
         for (const Integer entry : Each(chosen.ListCount()))
-            if (chosen.List(entry) == DeviceSerial(i)) Check1(i).SetValue(1);
+            if (chosen.List(entry) == DeviceSerial(i)) Check1(i).SetValue(1);  // Kept: K-twins
     }
     if (DeviceCount != 4) {
         for (int i = DeviceCount; i <= 4; ++i) Check1(i).SetVisible(false);
@@ -98,12 +99,13 @@ void Connect::Find_Instruments() {
         Write(i, "rout:state?\n", 12);
         double card = Val(Read(i));
         if (card == 1 || card == 2 || card == 3) {
-            if (card == 3) card = 1;
+            if (card == 3) card = 1;  // Kept: K-card-3
             FoundSession(DeviceCount) = i;
-            ChannelCount(DeviceCount) = 10 * card;
+            ChannelCount(DeviceCount) = 10 * card;  // Kept: K-row-or-device
             Write(i, "cal:sec:serial?\n", 16);
             DeviceSerial(DeviceCount) = WithoutLineFeeds(Read(i));
             // The count leaves the line feed out: the instrument gets exactly these five bytes.
+            // Kept: K-idn
             Write(i, "*IDN?\n", 5);
             const std::string identity = Read(i);
             if (RetCount != 0) {
@@ -112,10 +114,11 @@ void Connect::Find_Instruments() {
                 ++DeviceCount;
             }
         }
-        VisaStatus = viFindNext(FindList, &descriptor);
+        VisaStatus = viFindNext(FindList, &descriptor);  // Kept: K-last-status
         InstrDesc = descriptor;
     }
     if (DeviceCount == 0) return;
+    // Kept: K-places
     if (DeviceCount > 4) {
         DeviceCount = 4;
         MSFlexGrid1.SetRows(5);
@@ -142,7 +145,7 @@ void Connect::Command2_Click() {
     The<Set_Dev>().Combo1_dev.Clear();
     Integer k = 0;
     for (int i = 0; i < static_cast<int>(FindCount); ++i) {
-        if (Check1(i).Value() != 1) continue;
+        if (Check1(i).Value() != 1) continue;  // Kept: K-hidden-tick, K-places
         The<Form1>().Combo1.AddItem(DeviceSerial(i));
         The<Form3>().Combo_dev.AddItem(DeviceSerial(i));
         The<Set_Dev>().Combo1_dev.AddItem(DeviceSerial(i));
@@ -159,7 +162,7 @@ void Connect::Reset_Tabs() {
     for (const Integer i : Each(4)) {
         main.SSTab1.SetTabVisible(i, true);
         main.SSTab1.SetTab(i);
-        main.SSTab1.SetTabCaption(i, "Deviec " + Str(i));
+        main.SSTab1.SetTabCaption(i, "Deviec " + Str(i));  // Kept: K-texts
         main.MSFlexGrid1(i).Clear();
         main.MSFlexGrid1(i).SetRows(4);
         main.MSFlexGrid1(i).SetCols(10);

@@ -17,7 +17,7 @@ void ReadReply(Integer dev) {
     std::string reply;
     VisaStatus = viRead(SessionOf(dev), &reply, kReplyBytes, &RetCount);
     ReplyBuffer = reply;
-    if (LinkIsGood()) return;
+    if (LinkIsGood()) return;  // Kept: K-term-char, K-box-each-query
     The<Form1>().Command4_Click();
     MsgBox("Device is disconnected !");
 }
@@ -26,11 +26,12 @@ void ReadReply(Integer dev) {
 
 void SendScpi(std::string& command, Integer dev) {
     command += '\n';
-    const Integer length = command.size();
+    const Integer length = command.size();  // Kept: K-16-bits
+    // Kept: K-failed-write
     VisaStatus = viWrite(SessionOf(dev), command, static_cast<std::uint32_t>(length), &RetCount);
-    if (!Contains(command, "?")) return;
+    if (!Contains(command, "?")) return;  // Kept: K-question-mark
     ReplyBuffer = "";
-    Sleep(kQueryWait);
+    Sleep(kQueryWait);  // Kept: K-query-blocks
     ReadReply(dev);
 }
 

@@ -20,7 +20,7 @@ void Lay_Out(MSFlexGrid& grid, Integer dev) {
     grid.SetCols(4);
     for (int col = 1; col <= 3; ++col)
         grid.SetColWidth(col, static_cast<float>(RoundHalfEven((grid.Width() - grid.ColWidth(0)) / 3)));
-    grid.SetColWidth(0, grid.ColWidth(0) - 100);
+    grid.SetColWidth(0, grid.ColWidth(0) - 100);  // Kept: K-100-twips
     for (const Integer ch : Each(ChannelCount(dev))) {
         const int row = ch + 1;
         grid.SetTextMatrix(row, 0, "CH " + Str(ch + 1));
@@ -75,7 +75,7 @@ void Form2::MSFlexGrid1_Click(Integer tab) {
         editor.SetFocus();
         DoEvents();
     } else if (!on_heading && grid.Col() == kColor) {
-        grid.SetCellBackColor(ShowColor(kRed));
+        grid.SetCellBackColor(ShowColor(kRed));  // Kept: K-red, K-editor-stays
         ChannelColor(tab, grid.Row() - 1) = grid.CellBackColor();
     } else {
         editor.SetVisible(false);
@@ -84,11 +84,11 @@ void Form2::MSFlexGrid1_Click(Integer tab) {
 
 void Form2::Text1_Change(Integer tab) {
     MSFlexGrid& grid = MSFlexGrid1(tab);
-    grid.SetCol(Edit_Col);
+    grid.SetCol(Edit_Col);  // Kept: K-one-cell
     grid.SetRow(Edit_Row);
     grid.SetText(Text1(tab).Text());
     const int ch = grid.Row() - 1;
-    if (grid.Col() == kDivision) ChannelDivision(tab, ch) = grid.Text();
+    if (grid.Col() == kDivision) ChannelDivision(tab, ch) = grid.Text();  // Kept: K-unchecked
     if (grid.Col() == kOffset) ChannelOffset(tab, ch) = grid.Text();
 }
 

@@ -10,6 +10,7 @@ Form3::Form3() : Window("Form3", "Set Draw", {4785, 3360}) {
     Combo_db.SetTabStop(false);
     Combo_dev.OnChange = Combo_dev.OnClick = [this] { Combo_dev_Change(); };
     // Picks only: a text that is still being typed is not a channel yet.
+    // Kept: K-picked-only
     Combo_chan.OnClick = [this] { Combo_chan_Click(); };
     division_text.OnChange = [this] { division_text_Change(); };
     offset_text.OnChange = [this] { offset_text_Change(); };
@@ -28,6 +29,7 @@ void Form3::Form_Load() {
     }
 }
 
+// Kept: K-cleaned-twice
 void Form3::Form_Unload() { Command1_Click(); }
 
 void Form3::Combo_dev_Change() {
@@ -41,7 +43,7 @@ void Form3::Combo_dev_Change() {
 
 void Form3::Fill_Channel_List() {
     Combo_chan.Clear();
-    for (const Integer i : Each(ChannelCount(Dev_Index))) Combo_chan.AddItem("Ch " + Str(i + 1));
+    for (const Integer i : Each(ChannelCount(Dev_Index))) Combo_chan.AddItem("Ch " + Str(i + 1));  // Kept: K-texts
     Combo_chan.SetListIndex(0);
 }
 
@@ -57,6 +59,7 @@ void Form3::Combo_chan_Click() {
     offset_text.SetText(ChannelOffset(Dev_Index, ch));
 }
 
+// Kept: K-no-device
 void Form3::division_text_Change() { ChannelDivision(Dev_Index, Combo_chan.ListIndex()) = division_text.Text(); }
 
 void Form3::offset_text_Change() { ChannelOffset(Dev_Index, Combo_chan.ListIndex()) = offset_text.Text(); }
@@ -76,6 +79,7 @@ void Form3::Command1_Click() {
             const double division = Val(ChannelDivision(dev, ch));
             if (division <= 0) {
                 ChannelDivision(dev, ch) = "1";
+                // Kept: K-shown-names
                 MsgBox(Combo_dev.List(dev) + " ,  " + Combo_chan.List(ch) +
                        "\n\nDivision : " + ChannelDivision(dev, ch));
             } else {

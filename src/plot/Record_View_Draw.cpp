@@ -9,6 +9,7 @@ namespace vantrel {
 
 namespace {
 
+// Kept: K-25000
 constexpr int kFirstTooMany = 25001;  // rows: a record of so many is not drawn whole
 constexpr Colour kRed = 255;
 
@@ -25,6 +26,7 @@ Record_View_Draw::Record_View_Draw() : Window("Record_View_Draw", "Record Draw",
     color_box.SetBackColor(HighlightText());
     color_box.SetToolTipText("Choose the colour of the next trace");
     // A name that is being typed is none yet: it is opened by Draw.
+    // Kept: K-picked-only
     Combo_record.OnClick = [this] { Combo_record_Click(); };
     color_box.OnClick = [this] { color_box_Click(); };
     draw_start.OnKeyPress = draw_stop.OnKeyPress = Passes_Into_Row_Number;
@@ -35,7 +37,7 @@ Record_View_Draw::Record_View_Draw() : Window("Record_View_Draw", "Record Draw",
 }
 
 void Record_View_Draw::Form_Load() {
-    for (const std::string& entry : DbEntries()) Combo_record.AddItem(entry);
+    for (const std::string& entry : DbEntries()) Combo_record.AddItem(entry);  // Kept: K-mdb
     for (int k = 1; k <= 20; ++k) Combo_chan.AddItem("CH" + Str(k));
     Slider1.SetMin(1);
     Slider1.SetMax(11);
@@ -69,6 +71,7 @@ void Record_View_Draw::Combo_record_Click() {
     }
 }
 
+// Kept: K-red
 void Record_View_Draw::color_box_Click() { color_box.SetBackColor(ShowColor(kRed)); }
 
 void Record_View_Draw::Command1_Click() {
@@ -83,14 +86,15 @@ void Record_View_Draw::Command1_Click() {
 
 /// Puts the fields of Draw into shape. False: they do not do, and the user has been told.
 bool Record_View_Draw::Check_Fields() {
-    const double division = Val(division_box.Text());
+    const double division = Val(division_box.Text());  // Kept: K-fields-first
     division_box.SetText(division > 0 ? Str(division) : "1");
     offset_box.SetText(Str(Val(offset_box.Text())));
+    // Kept: K-rec
     if (!Contains(Combo_chan.Text(), "CH") || !Contains(Combo_record.Text(), "Rec")) {
         MsgBox("Please select a Record or Channel");
         return false;
     }
-    if (draw_limit.Value() && !Check_Range()) return false;
+    if (draw_limit.Value() && !Check_Range()) return false;  // Kept: K-no-choice
     draw_start.SetText(WholeText(Val(draw_start.Text())));
     draw_stop.SetText(WholeText(Val(draw_stop.Text())));
     return true;
@@ -102,6 +106,7 @@ bool Record_View_Draw::Check_Range() {
     const double a = Val(draw_start.Text());
     const double b = Val(draw_stop.Text());
     if (a > 0 && a < b && b - a < kFirstTooMany) return true;
+    // Kept: K-25000
     MsgBox(b - a > kFirstTooMany ? " The range should be set from 1 to 25000." : "Please setting a correct range.");
     return false;
 }
@@ -122,7 +127,7 @@ void Record_View_Draw::Draw_Chosen(int draw) {
     Open_Draw_Record(path);
     Record_Path = path;
     Record_Channel = Combo_chan.Text();
-    Draw_Record();
+    Draw_Record();  // Kept: K-laid-over
     if (draws_ == draw) Slider1_Click();
 }
 

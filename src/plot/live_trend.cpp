@@ -54,8 +54,8 @@ int Points(Integer dev) { return static_cast<int>(std::min<double>(ScanCount(dev
 /// Moves the history of the channel on by one and puts its latest reading in front.
 void Shift_History(Integer dev, Integer ch) {
     Table<double, 171>& history = TrendHistory(dev, ch);
-    for (int i = Points(dev); i >= 1; --i) history(i) = history(i - 1);
-    history(0) = Val(ScanRow(dev, ch));
+    for (int i = Points(dev); i >= 1; --i) history(i) = history(i - 1);  // Kept: K-history
+    history(0) = Val(ScanRow(dev, ch));                                  // Kept: K-blank-is-0
 }
 
 void Draw_Trace(Integer dev, Integer ch, double offset) {
@@ -65,6 +65,7 @@ void Draw_Trace(Integer dev, Integer ch, double offset) {
         delta = (TrendHistory(dev, ch)(i) - offset) * YStep;
         delta = delta - (TrendBase(dev) - TrendY(dev));
         // An overload, which would leave the plot upward, drops off its lower edge.
+        // Kept: K-overload
         const double dy = delta > kLongestStep ? kLongestStep : delta < -kLongestStep ? -kLongestStep : -delta;
         Trend_Step(surface, TrendX(dev), TrendY(dev), XStep, dy, ChannelColor(dev, ch));
         TrendX(dev) = surface.CurrentX();
@@ -76,11 +77,12 @@ void Draw_Channel(Integer dev, Integer ch, Unusable_Settings& unusable) {
     The<Form1>().draw_pic.SetCurrent(CSng(TrendX(dev)), CSng(TrendY(dev)));
     Reset_Trend(dev);
     // A channel that is off has its division looked at all the same.
+    // Kept: K-off-division
     const bool scaled = Scale_Channel(dev, ch);
-    TrendX(dev) = -XStep;
+    TrendX(dev) = -XStep;  // Kept: K-from-outside
     TrendY(dev) = TrendBase(dev);
     if (!scaled) unusable.Add(dev, ch);
-    if (Contains(ChannelPlan(dev, ch), "NONE")) return;
+    if (Contains(ChannelPlan(dev, ch), "NONE")) return;  // Kept: K-row-or-device
     Shift_History(dev, ch);
     const std::string& offset = ChannelOffset(dev, ch);
     if (scaled && Points(dev) > 0) {
@@ -89,7 +91,7 @@ void Draw_Channel(Integer dev, Integer ch, Unusable_Settings& unusable) {
         else
             unusable.Add(dev, ch);
     }
-    DoEvents();
+    DoEvents();  // Kept: K-mixed-picture
 }
 
 }  // namespace

@@ -75,6 +75,7 @@ void Record_View_Draw::Walk_Rows() {
 /// What keeps the current row, number `row`, from being drawn; empty for nothing.
 std::string Record_View_Draw::Fault_Of_Row(double row, const std::string& channel) const {
     if (!Is_Channel(channel)) return "";
+    // Kept: K-same-number
     if (Record_Rs.Value("num") != Str(row)) return "Row " + Str(row) + " is not found under its number.";
     if (!Record_Rs.Value(channel)) return Holds_Nothing(row, channel);
     return "";
@@ -94,7 +95,7 @@ void Record_View_Draw::Draw_Rows(int draw, double y_scale) {
     Database database = Record_Db;  // another record may be chosen meanwhile
     const double x_step = static_cast<double>(draw_pic.Width()) / (Row_Last - Row_First);
     const double base = static_cast<double>(draw_pic.Height()) / 2;
-    double x = -x_step;
+    double x = -x_step;  // Kept: K-from-outside
     double y = base;
     std::string t;
     std::string p;
@@ -107,14 +108,16 @@ void Record_View_Draw::Draw_Rows(int draw, double y_scale) {
         y = draw_pic.CurrentY();
     };
     for (Row_Index = Row_First; Row_Index <= Row_Last; Row_Index += 1.0) {
-        t = Stored_Text(database, Row_Index, Combo_chan.Text(), t);
+        t = Stored_Text(database, Row_Index, Combo_chan.Text(), t);  // Kept: K-read-anew
         const double up = (Val(t) - Val(offset_box.Text())) * y_scale;
         const double d = up - (base - y);
+        // Kept: K-gaps
         if (p == kNoReading && t != kNoReading) {
             x = x + x_step;
             // Not y - d: between two gaps the pen may have been at an overload, beyond all precision.
             y = base - up;
-        } else if (Val(t) > kOverload) {  // an overload drops off the lower edge
+        } else if (Val(t) > kOverload) {
+            // An overload drops off the lower edge. Kept: K-overload
             step(kOverload);
         } else if (Val(t) < -kOverload) {
             step(-kOverload);
@@ -143,7 +146,7 @@ std::string Record_View_Draw::Stored_Text(Database& database, double row, const 
 void Record_View_Draw::Slider1_Click() {
     if (Record_Path.empty()) return;  // nothing has been drawn
     try {
-        Open_Draw_Record(Record_Path);
+        Open_Draw_Record(Record_Path);  // Kept: K-cursor
         Row_Index = Slider1.Value();
         Text1.SetText(Str(Row_Index));
         if (Record_Rs.RecordCount() != 0) show_value.SetText(Stored_Text(Record_Db, Row_Index, Record_Channel, ""));

@@ -26,7 +26,7 @@ Drawing RecordPlotBackground() {
 
     drawing.Add(0, 0, 1, kHeight, kGrid);
     drawing.Add(kWidth - 1, 0, 1, kHeight, kGrid);
-    drawing.Add(0, kHeight - 1, kWidth, 1, kGrid);
+    drawing.Add(0, kHeight - 1, kWidth, 1, kGrid);  // Kept: K-frame
     return drawing;
 }
 

@@ -15,6 +15,7 @@ constexpr Colour kFrame = RGB(0, 0, 0);
 constexpr Colour kFrameShade = RGB(113, 111, 100);
 
 // Of the column right of the frame only the black and the lowest row go on.
+// Kept: K-frame
 constexpr int kInside = 926;
 
 // The first of the two pixels of each grid line.

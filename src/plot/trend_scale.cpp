@@ -18,20 +18,22 @@ void Reset_Trend(Integer dev) {
     YStep = static_cast<double>(main.draw_pic.Height()) / kGridRows;
     TrendX(dev) = 0;
     // Before the zoom: the zero line follows the grid.
+    // Kept: K-zoom
     TrendY(dev) = BaseRow * YStep;
     TrendBase(dev) = TrendY(dev);
     XStep = XStep / XZoom;
     YStep = YStep / YZoom;
-    main.pic_end.SetCaption(" " + Str(XZoom * kPoints));
+    main.pic_end.SetCaption(" " + Str(XZoom * kPoints));  // Kept: K-texts
 }
 
 void Trend_Step(PictureBox& surface, double x, double y, double dx, double dy, Colour colour) {
-    surface.Line(CSng(x), CSng(y), CSng(dx), CSng(dy), colour);
+    surface.Line(CSng(x), CSng(y), CSng(dx), CSng(dy), colour);  // Kept: K-single
 }
 
 void Place_Marker() {
     Form1& main = The<Form1>();
     // A 14th, where the grid has 15 rows: the marker shows the zero line to within a fraction of a row.
+    // Kept: K-14th
     main.row_stat.SetTop(main.draw_pic.Height() / 14 * 7 + main.draw_pic.Top() + main.row_stat.Height() / 2);
 }
 

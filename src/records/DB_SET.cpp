@@ -6,6 +6,7 @@
 
 namespace vantrel {
 
+// Kept: K-texts
 DB_SET::DB_SET() : Window("DB_SET", "", {5175, 2655}) {
     for (const Integer i : Each(Combo1.Size()))
         Combo1(i).OnChange = Combo1(i).OnClick = [this, i] { Combo1_Change(i); };

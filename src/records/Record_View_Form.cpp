@@ -37,25 +37,25 @@ void Record_View_Form::Form_Load() {
 
 void Record_View_Form::Command1_Click() {
     List1.Clear();
-    for (const std::string& entry : DbEntries()) List1.AddItem(entry);
+    for (const std::string& entry : DbEntries()) List1.AddItem(entry);  // Kept: K-mdb
 }
 
 void Record_View_Form::Command2_Click() {
     RowFrom = 1;
-    RowTo = -1;
+    RowTo = -1;  // Kept: K-pages
     const std::string entry = List1.Text();
     if (!Contains(entry, "mdb")) {
         MsgBox("Please select a Record.");
         return;
     }
     LoadRecord(DbEntryPath(entry));
-    RecordFile = DbEntryPath(entry);
-    Command1_Click();
+    RecordFile = DbEntryPath(entry);  // Kept: K-row-total
+    Command1_Click();                 // Kept: K-list-again
 }
 
 void Record_View_Form::LoadRecord(const std::string& path) {
     const BusyCursor busy;
-    Database database = TheDBEngine().OpenDatabase(path);
+    Database database = TheDBEngine().OpenDatabase(path);  // Kept: K-no-record
     Recordset rows = database.OpenRecordset("select * from data");
     MSFlexGrid1.SetRows(kHeadings);
     if (rows.RecordCount() != 0) {
@@ -71,10 +71,11 @@ void Record_View_Form::LoadRecord(const std::string& path) {
     }
     rows.MoveLast();
     RowTotal = static_cast<double>(rows.RecordCount());
+    // Kept: K-pages
     if (RowTotal >= kPage) {
         if (RowTo == -1) {
             RowTo = kPage;
-            next_DB.SetEnabled(true);
+            next_DB.SetEnabled(true);  // Kept: K-pages
         }
         // A page that lies behind the end of a record that has become shorter has no rows.
         MSFlexGrid1.SetRows(static_cast<int>(std::max(RowTo - RowFrom + 1, 0.0)) + kHeadings);
@@ -109,7 +110,7 @@ void Record_View_Form::next_DB_Click() {
         RowTo += kPage;
         next_DB.SetEnabled(true);
     } else {
-        RowTo = RowTotal;
+        RowTo = RowTotal;  // Kept: K-row-total
         next_DB.SetEnabled(false);
     }
     LoadRecord(RecordFile);
@@ -130,7 +131,7 @@ void Record_View_Form::prev_DB_Click() {
 
 void Record_View_Form::Command3_Click() {
     const std::string entry = List1.Text();
-    if (!Contains(entry, "Record")) return;
+    if (!Contains(entry, "Record")) return;  // Kept: K-delete-word
     DeleteRecord(DbEntryPath(entry));
     Command1_Click();
 }
@@ -140,8 +141,8 @@ void Record_View_Form::DeleteRecord(const std::string& path) {
     const std::string entry = "\"" + List1.Text() + "\"";
     if (AskYesNo("Will you delete the " + entry + "?") != kYes) return;
     if (FileExists(path))
-        Kill(path);
-    else  // a folder, or gone meanwhile
+        Kill(path);  // Kept: K-deleted
+    else             // a folder, or gone meanwhile
         MsgBox("There is no file " + entry + " to delete.");
 }
 

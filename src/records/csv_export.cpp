@@ -16,6 +16,7 @@ void Write_Grid(MSFlexGrid& grid) {
         for (int c = 0; c < grid.Cols(); ++c) {
             grid.SetCol(c);
             const bool is_last = c == grid.Cols() - 1;
+            // Kept: K-csv-cells, K-csv-letters
             Print(kFileNumber, "\"" + grid.Text() + "\"" + (is_last ? "\r\n" : ","));
         }
     }
@@ -34,6 +35,7 @@ void Record_View_Form::Command5_Click() {
     } catch (const RunTimeError&) {
         // Whatever goes wrong, a cancelled dialog included, ends the export without a word. What an error while writing
         // leaves open keeps the number, so that later exports fail at the opening.
+        // Kept: K-csv-silent
     }
 }
 

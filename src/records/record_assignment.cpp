@@ -10,19 +10,21 @@ void Offer_Records(ComboBox& combo) {
 }
 
 std::string Record_Prompt(Integer index) {
-    return RecordName(index) != "0" ? RecordName(index) : "Please choice a datebase";
+    return RecordName(index) != "0" ? RecordName(index) : "Please choice a datebase";  // Kept: K-texts
 }
 
 void Assign_Record(Integer index, const std::string& text, int devices) {
+    // Kept: K-word-record
     if (!Contains(text, "Record")) {
         RecordName(index) = "0";
         return;
     }
+    // Kept: K-shared-record
     for (const Integer j : Each(devices)) {
         RecordName(index) = text;
         if (j != index && RecordName(j) == RecordName(index)) {
             MsgBox("Please select other Record.");
-            RecordName(index) = "0";
+            RecordName(index) = "0";  // Kept: K-refused
             return;
         }
     }

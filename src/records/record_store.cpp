@@ -21,7 +21,7 @@ std::string ColumnName(int index) {
 void CreateRecord(Integer device) {
     if (RecordName(device) == "0") return;
     RecordPath(device) = RecordFilePath(RecordName(device));
-    if (FileExists(RecordPath(device))) return;
+    if (FileExists(RecordPath(device))) return;  // Kept: K-any-file
     Database database = TheDBEngine().CreateDatabase(RecordPath(device), kLocale, kEncrypt);
     TableDef table;
     table.Name = "DATA";
@@ -36,7 +36,7 @@ void OpenRecord(Integer device) {
     Recordset& rows = RecordRs(device);
     if (rows.RecordCount() != 0) {
         Database::Transaction walk(RecordDb(device));
-        Renumber<Integer>(rows);
+        Renumber<Integer>(rows);  // Kept: K-32767-rows
         walk.Commit();
     }
     if (rows.RecordCount() == 0) {

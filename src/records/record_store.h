@@ -25,11 +25,13 @@ void Renumber(Recordset& rows, const Visit& visit) {
     rows.MoveFirst();
     Counter counter = 0;
     while (!rows.Eof()) {
+        // Kept: K-renumber
         if (!rows.Value("num").has_value()) {
             rows.Delete();
         } else {
             counter += 1;
             rows.Edit();
+            // Kept: K-same-number
             if (CDbl(rows.Text("num")) != counter) {
                 rows.Set("num", static_cast<double>(counter));
                 rows.Update();

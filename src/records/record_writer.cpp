@@ -10,20 +10,22 @@ namespace {
 constexpr int kChannelColumns = 20;
 
 void Convert_Current(Integer device, Integer ch) {
-    const std::string& function = ChannelPlan(device, ch);
+    const std::string& function = ChannelPlan(device, ch);  // Kept: K-row-or-device
     if (function != "ACI" && function != "DCI") return;
     const double current = Divide(CDbl(ScanRow(device, ch)), ShuntOhm(device, ch)) + ShuntOffset(device, ch);
-    ScanRow(device, ch) = Str(current);
+    ScanRow(device, ch) = Str(current);  // Kept: K-current-form
 }
 
 /// A column never holds an empty text: a field of blanks, of which trimming leaves nothing, counts as no reading.
+// Kept: K-blank-cell
 std::string Stored(const std::string& reading) { return reading.empty() ? " " : reading; }
 
 void Append_Row(Integer device) {
     Recordset& rows = RecordRs(device);
     rows.AddNew();
-    rows.Set("num", RecordBase(device) + ScanCount(device));
+    rows.Set("num", RecordBase(device) + ScanCount(device));  // Kept: K-gap
     rows.Set("Time", ScanTime);
+    // Kept: K-twenty-columns
     for (const Integer ch : Each(kChannelColumns)) rows.Set("CH" + Str(ch + 1), Stored(ScanRow(device, ch)));
     rows.Update();
 }
@@ -39,7 +41,7 @@ void WriteRecord(Integer device) {
         Convert_Current(device, ch);
         table.SetText(ScanRow(device, ch));
     }
-    if (RecordName(device) != "0" && RecordRs(device).IsSet()) Append_Row(device);
+    if (RecordName(device) != "0" && RecordRs(device).IsSet()) Append_Row(device);  // Kept: K-start-opens
     DoEvents();
 }
 

@@ -6,6 +6,7 @@ namespace {
 
 constexpr int kCountLimit = 2000;
 constexpr int kPacedUpDownLimit = 65536;
+// Kept: K-count-box
 constexpr int kUpDownLimit = 200;  // less than the count's own limit
 
 constexpr int kBackspace = 8;
@@ -49,6 +50,7 @@ void Form4::Allow_Stop_Time(bool allowed) {
 }
 
 void Form4::per_scan_interval_Click() {
+    // Kept: K-count-box
     stop_after_n_scan.SetCaption(per_scan_interval.Value() == 1 ? "Stop after N scan" : "Scan Count");
     if (per_scan_interval.Value() == 1 && stop_after_n_scan.Value() == 0) {
         Allow_Stop_Time(true);
@@ -66,11 +68,12 @@ void Form4::stop_after_n_scan_Click() {
 void Form4::UpDown1_Change() { N_SCAN.SetText(Str(UpDown1.Value())); }
 
 void Form4::Command1_Click() {
+    // Kept: K-count-check
     if (per_scan_interval.Value() == 0) {
         if (Val(N_SCAN.Text()) > kCountLimit) RefuseCount(N_SCAN, "2000");
         if (Val(N_SCAN.Text()) < 1) RefuseCount(N_SCAN, "1");
     }
-    Hide();
+    Hide();  // Kept: K-schedule-kept
 }
 
 }  // namespace vantrel

@@ -61,7 +61,7 @@ void Set_Dev::Form_Load() {
     if (Combo1_dev.ListCount() > 0) {
         Plan_Busy = true;
         Combo1_dev.SetListIndex(0);
-        Combo1_dev_Change();
+        Combo1_dev_Change();  // Kept: K-three-reads
         for (const Integer dev : Each(DeviceCount)) ReadDevicePlan(dev);
         Fill_Combos();
         Plan_Busy = false;
@@ -75,9 +75,9 @@ void Set_Dev::Form_Unload() { Show_ACI_DCI = false; }
 void Set_Dev::Combo1_dev_Change() {
     const BusyCursor busy;
     Show_ACI_DCI = false;
-    for (const Integer dev : Each(DeviceCount)) ReadDevicePlan(dev);
+    for (const Integer dev : Each(DeviceCount)) ReadDevicePlan(dev);  // Kept: K-unsent
     Dev_Sel = Combo1_dev.ListIndex();
-    if (Dev_Sel == -1) return;
+    if (Dev_Sel == -1) return;  // Kept: K-typed-device
     Grid_Cols = ChannelCount(Dev_Sel) == 10 ? 2 : 4;
     for (const Integer i : Each(ch.Size())) {
         ch(i).SetWidth(Cell_Width());
@@ -137,12 +137,13 @@ void Set_Dev::ch_Change(Integer Index) {
     Show_Sensor_Combo(Index);
     Pair_Channels();
     const std::string function = ch(Index).Text();
-    Fun_Set(SlotOf(Dev_Sel), Index) = function;
-    if (Plan_Busy) return;
+    Fun_Set(SlotOf(Dev_Sel), Index) = function;  // Kept: K-typed-plan
+    if (Plan_Busy) return;                       // Kept: K-late-tips
     if (function == "ACI" || function == "DCI") {
         ShuntDevice = Dev_Sel;
         ShuntChannel = Index;
-        if (Show_ACI_DCI) The<DCI_ACI_SET>().ShowModal();
+        if (Show_ACI_DCI) The<DCI_ACI_SET>().ShowModal();  // Kept: K-shunt
+        // Kept: K-row-or-device
         ch(Index).SetToolTipText("R=" + Str(ShuntOhm(SlotOf(Dev_Sel), Index)) +
                                  ", I= " + Str(ShuntOffset(SlotOf(Dev_Sel), Index)));
     } else {
@@ -177,7 +178,7 @@ void Set_Dev::Offer_Sensor_Types(Integer Index, const std::vector<std::string>& 
     bool known = false;
     for (const std::string& name : names) {
         temp(Index).AddItem(name);
-        if (Temp_Set(Index) == name) known = true;
+        if (Temp_Set(Index) == name) known = true;  // Kept: K-sensor-line-feed
     }
     if (!known) Temp_Set(Index) = "";
     // The combo's own change handling stores the first entry.
@@ -191,7 +192,7 @@ void Set_Dev::Pair_Channels() {
         ch(i).SetEnabled(true);
         if (Contains(ch(i).Text(), "4W")) {
             ch(i + half).SetEnabled(false);
-            ch(i + half).SetText("NONE");
+            ch(i + half).SetText("NONE");  // Kept: K-slave-none
         } else {
             ch(i + half).SetEnabled(true);
         }

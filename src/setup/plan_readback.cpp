@@ -13,6 +13,7 @@ namespace {
 void CleanReply() { ReplyBuffer = Trim(WithoutLineFeeds(ReplyBuffer)); }
 
 /// The reply with the blanks around it gone and its line feed in place.
+// Kept: K-sensor-line-feed
 std::string ReplyWithoutBlanks() { return Trim(ReplyBuffer); }
 
 /// Asks for the function of channel index `i`: the cleaned reply.
@@ -32,6 +33,7 @@ std::string QuerySensor(const std::string& query, Integer dev, Integer i) {
 bool IsCurrentChannel(const std::string& name) { return Contains(name, "ACI") || Contains(name, "DCI"); }
 
 /// The plan's cell of channel index `i`: by discovery row.
+// Kept: K-row-or-device
 std::string& Cell(Integer dev, int i) { return ChannelPlan(SlotOf(dev), i); }
 
 bool IsFourWireTransducer(Integer dev, Integer i) {
@@ -43,11 +45,11 @@ bool IsFourWireTransducer(Integer dev, Integer i) {
 void RefreshChannelFunctions(Integer dev) {
     const int half = ChannelCount(dev) / 2;
     for (const Integer i : Each(ChannelCount(dev))) {
-        if (IsCurrentChannel(Cell(dev, i))) continue;
+        if (IsCurrentChannel(Cell(dev, i))) continue;  // Kept: K-slave
         const std::string reply = QueryFunction(dev, i);
         MapFunctionName(reply);
-        Cell(dev, i) = MapResult;
-        if (Contains(reply, "TEMP") && IsFourWireTransducer(dev, i)) Cell(dev, i) = "4W,TEMP";
+        Cell(dev, i) = MapResult;                                                               // Kept: K-empty-plan
+        if (Contains(reply, "TEMP") && IsFourWireTransducer(dev, i)) Cell(dev, i) = "4W,TEMP";  // Kept: K-letters
         if (i + 1 > half && Contains(Cell(dev, i - half), "4W")) Cell(dev, i) = "NONE";
     }
 }
@@ -59,25 +61,27 @@ void ReadDevicePlan(Integer dev) {
     SendScpi("ROUTe:SCAN:TIMER?", dev);
     CleanReply();
     ScanTimerText(dev) = Trim(ReplyBuffer);
-    dialog.Timer_Text(dev) = Trim(ReplyBuffer);
+    dialog.Timer_Text(dev) = Trim(ReplyBuffer);  // Kept: K-row-or-device
 
     for (const Integer i : Each(ChannelCount(dev))) {
         const std::string reply = QueryFunction(dev, i);
         MapFunctionName(reply);
         if (IsCurrentChannel(Cell(dev, i))) {
             // The instrument tells a voltage; only its kind can have changed.
+            // Kept: K-two-letters
             if (Left(MapResult, 2) != Left(Cell(dev, i), 2)) Cell(dev, i) = Left(MapResult, 2) + "I";
         } else {
             Cell(dev, i) = MapResult;
             if (Contains(reply, "TEMP")) {
-                dialog.Temp_Set(i) = QuerySensor("TEMPerature:RTD:TYPE?", dev, i);
+                dialog.Temp_Set(i) = QuerySensor("TEMPerature:RTD:TYPE?", dev, i);  // Kept: K-sensors-shared
                 if (IsFourWireTransducer(dev, i)) Cell(dev, i) = "4W,TEMP";
             } else if (Contains(reply, "TCO")) {
                 dialog.Temp_Set(i) = QuerySensor("TCOuple:TYPE?", dev, i);
             }
             if (i + 1 > half) {
-                if (Contains(MapResult, "4W")) Cell(dev, i) = "NONE";
+                if (Contains(MapResult, "4W")) Cell(dev, i) = "NONE";  // Kept: K-slave
                 // The master is looked up by device and not by row: the two agree while rows are ticked from the top.
+                // Kept: K-row-or-device
                 if (Contains(ChannelPlan(dev, i - half), "4W")) Cell(dev, i) = "NONE";
             }
         }

@@ -15,7 +15,7 @@ constexpr double kTimerLimit = 9999.999;  // seconds, exclusive
 
 void WriteTimer(const std::string& text, Integer dev) {
     const double seconds = CDbl(text);
-    if (seconds < 0 || seconds >= kTimerLimit) return;
+    if (seconds < 0 || seconds >= kTimerLimit) return;  // Kept: K-timer-range
     ScanTimerText(dev) = text;
     SendScpi("ROUTe:SCAN:TIMER " + text, dev);
 }
@@ -45,7 +45,8 @@ void WriteChannel(Set_Dev& dialog, Integer dev, Integer i) {
     MapFunctionName(ChannelPlan(slot, i));
     SendScpi("rout:scan:func " + Str(i + 1) + "," + MapResult, dev);
     if (Contains(MapResult, "TEMP")) {
-        SendScpi("SENSe:TEMP:RTD:TYPE " + dialog.temp(i).Text() + on_channel, dev);
+        SendScpi("SENSe:TEMP:RTD:TYPE " + dialog.temp(i).Text() + on_channel, dev);  // Kept: K-sensors-shared
+        // Kept: K-slave-none
         if (master) {
             const bool four_wire = Contains(ChannelPlan(slot, i), "4W");
             SendScpi((four_wire ? "SENSe:TEMP:TRAN FRTD" : "SENSe:TEMP:TRAN RTD") + on_channel, dev);
@@ -62,18 +63,18 @@ void WriteDevicePlans() {
     dialog.Plan_Busy = true;
     for (const Integer dev : Each(DeviceCount)) {
         const Integer slot = SlotOf(dev);
-        ScanModeWord(slot) = dialog.Mode_Set(slot) == "SCAN" ? "SCAN" : "SCAN:STEP";
+        ScanModeWord(slot) = dialog.Mode_Set(slot) == "SCAN" ? "SCAN" : "SCAN:STEP";  // Kept: K-typed-plan
         if (!IsNumeric(dialog.Timer_Text(dev))) {
             RefuseTimer(dialog, dev);
             return;
         }
-        WriteTimer(dialog.Timer_Text(dev), dev);
+        WriteTimer(dialog.Timer_Text(dev), dev);  // Kept: K-row-or-device
         for (const Integer i : Each(ChannelCount(dev))) WriteChannel(dialog, dev, i);
         ReadDevicePlan(dev);
     }
-    dialog.Fill_Combos();
+    dialog.Fill_Combos();  // Kept: K-typed-device
     dialog.Plan_Busy = false;
-    MsgBox("Setting complete!");
+    MsgBox("Setting complete!");  // Kept: K-complete
 }
 
 }  // namespace vantrel

@@ -55,7 +55,7 @@ Table<double, 5> TrendDelta;
 ChannelTable<Table<double, 171>> TrendHistory;
 
 namespace {
-constexpr int kDevices = 4;
+constexpr int kDevices = 4;  // Kept: K-places
 constexpr int kChannels = 20;
 }  // namespace
 

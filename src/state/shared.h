@@ -37,12 +37,14 @@ extern Table<Integer, 11> FoundSession;    ///< by discovery row: place in the s
 extern Table<Integer, 5> SlotOf;           ///< discovery row that the user ticked
 /// While Connect searches, the instruments that qualify; after it, the ticked ones: 0 to 4.
 extern Integer DeviceCount;
+// Kept: K-row-or-device
 /// Channels of the card, 10 or 20. Written by discovery row and read by device: they agree while rows and devices do.
 extern Table<Integer, 5> ChannelCount;
 extern Table<std::string, 11> DeviceSerial;  ///< by discovery row; also the name of the device in lists and on its tab
 
 // ------------------------------------------------------------------------------------------------- plan and settings
 
+// Kept: K-row-or-device
 /// Function name of each channel. By discovery row where it is read back, written and shown; by device where readings
 /// are cut into rows, converted and drawn.
 extern ChannelTable<std::string> ChannelPlan;
@@ -54,6 +56,7 @@ extern ChannelTable<std::string> ChannelOffset;    ///< value that lies on the t
 extern ChannelTable<double> ShuntOhm;              ///< resistance of a current channel's shunt, ohm
 extern ChannelTable<double> ShuntOffset;           ///< offset of a current channel, ampere
 extern Integer ShuntDevice, ShuntChannel;          ///< the channel that the shunt dialog edits
+// Kept: K-device-settings, K-record-0
 /// Name of the record that a device stores into, without folder and extension; "0": it stores nothing.
 extern Table<std::string, 5> RecordName;
 

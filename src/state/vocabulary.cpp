@@ -27,7 +27,7 @@ constexpr std::array<Pair, kFunctionNames> kNameToWord = {{
     {"2W", "\"RES\""},
     {"4W", "\"FRES\""},
     {"FREQ", "\"FREQ\""},
-    {"PERIOD", "\"PERIOD\""},
+    {"PERIOD", "\"PERIOD\""},  // Kept: K-period
     {"TCOUPL", "\"TCO\""},
     {"TEMP", "\"TEMP\""},
     {"4W,TEMP", "\"TEMP\""},
@@ -35,6 +35,7 @@ constexpr std::array<Pair, kFunctionNames> kNameToWord = {{
 }};
 
 // Only the short word of the period comes back; no word comes back as a current or a four-wire temperature.
+// Kept: K-one-way-words
 constexpr std::array<Pair, 9> kWordToName = {{
     {"\"VOLT:AC\"", "ACV"},
     {"\"VOLT\"", "DCV"},
@@ -72,7 +73,7 @@ void MapFunctionName(const std::string& text) {
             return;
         }
     }
-    MapResult = text;
+    MapResult = text;  // Kept: K-quotes
 }
 
 }  // namespace vantrel

@@ -12,7 +12,7 @@ struct Form1 : Window {
     Form1();
 
     Menu configuration{*this, "configuration", "Configuration"};
-    MenuItem set_sc{configuration, "set_sc", "Set Scanner Card "};
+    MenuItem set_sc{configuration, "set_sc", "Set Scanner Card "};  // Kept: K-texts
     MenuItem set_read{configuration, "set_read", "Set read"};
     MenuItem set_draw{configuration, "set_draw", "Set draw"};
     MenuItem n1{configuration, "n1", "-"};
@@ -26,7 +26,7 @@ struct Form1 : Window {
 
     CommandButton Command3{*this, "Command3", {480, 0, 1180, 420}, "", "start", "Start"};
     CommandButton Command4{*this, "Command4", {1680, 0, 400, 420}, "", "stop", "Stop"};
-    CommandButton Command6{*this, "Command6", {2400, 0, 400, 420}, "", "see_value", "See Value ."};
+    CommandButton Command6{*this, "Command6", {2400, 0, 400, 420}, "", "see_value", "See Value ."};  // Kept: K-texts
     CommandButton Command8{*this, "Command8", {2880, 0, 400, 420}, "", "draw_settings", "Set Draw"};
     CommandButton Command10{*this, "Command10", {3600, 0, 400, 420}, "", "database", "Set Record"};
     CommandButton Command7{*this, "Command7", {4080, 0, 400, 420}, "", "open_record", "Open Record"};

@@ -10,7 +10,7 @@ struct Form3 : Window {
 
     Label Label1{*this, "Label1", {120, 120, 855, 255}, "Device"};
     ComboBox Combo_dev{*this, "Combo_dev", {1080, 120, 3615, 315}};
-    Label Label2{*this, "Label2", {120, 600, 735, 255}, "Channal"};
+    Label Label2{*this, "Label2", {120, 600, 735, 255}, "Channal"};  // Kept: K-texts
     ComboBox Combo_chan{*this, "Combo_chan", {1080, 600, 3615, 315}, "Combo1"};
     Label Label3{*this, "Label3", {120, 1080, 855, 255}, "Color"};
     TextBox color_text{*this, "color_text", {1080, 1080, 3015, 375}};
@@ -21,7 +21,7 @@ struct Form3 : Window {
     TextBox offset_text{*this, "offset_text", {1080, 2040, 3615, 375}, "0"};
     CommandButton Command1{*this, "Command1", {120, 2760, 4575, 375}, "OK"};
     /// Below the client area: kept up to date, out of a user's reach.
-    ComboBox Combo_db{*this, "Combo_db", {720, 4200, 3615, 315}, "Please choice a datebase"};
+    ComboBox Combo_db{*this, "Combo_db", {720, 4200, 3615, 315}, "Please choice a datebase"};  // Kept: K-hidden-combo
 
     Integer Dev_Index = 0;  ///< the chosen device, or -1
 

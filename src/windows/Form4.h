@@ -9,7 +9,7 @@ struct Form4 : Window {
     Form4();
 
     CheckBox at_time{*this, "at_time", {240, 240, 1695, 255}, "At Time"};
-    DTPicker StartTime{*this, "StartTime", {2040, 120, 2415, 375}, "yyyy/MM/dd  hh:mm:ss"};
+    DTPicker StartTime{*this, "StartTime", {2040, 120, 2415, 375}, "yyyy/MM/dd  hh:mm:ss"};  // Kept: K-12-hours
     CheckBox stop_time{*this, "stop_time", {240, 840, 1815, 255}, "Stop Time"};
     DTPicker StopTime{*this, "StopTime", {2040, 840, 2415, 375}, "yyyy/MM/dd  hh:mm:ss"};
     CheckBox per_scan_interval{*this, "per_scan_interval", {240, 1440, 1695, 375}, "Per Scan Interval"};

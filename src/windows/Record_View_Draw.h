@@ -13,7 +13,7 @@ struct Record_View_Draw : Window {
     Record_View_Draw();
 
     Frame Frame1{*this, "Frame1", {240, 120, 7455, 2295}, "Setting"};
-    ComboBox Combo_record{Frame1, "Combo_record", {120, 240, 3495, 315}, "Please choice a record."};
+    ComboBox Combo_record{Frame1, "Combo_record", {120, 240, 3495, 315}, "Please choice a record."};  // Kept: K-texts
     ComboBox Combo_chan{Frame1, "Combo_chan", {3840, 240, 3495, 315}, "Please chocice a channel."};
     Label Label1{Frame1, "Label1", {120, 720, 1215, 255}, "Data Quantity :"};
     Label Data_RecordCount{Frame1, "Data_RecordCount", {1680, 720, 855, 255}, "0"};

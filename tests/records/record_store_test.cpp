@@ -499,5 +499,22 @@ TEST_F(Runs, End_the_program_over_a_record_of_32768_rows) {
         testing::ExitedWithCode(1), EndedBy(6));
 }
 
+TEST_F(Runs, Go_on_past_32767_rows_and_the_next_Start_ends_the_program) {
+    EXPECT_EXIT(
+        {
+            OpenConnected(1);
+            Assign({"Record1"});
+            RunScans(1);
+            AddRows(Record("Record1"), 32765);
+            RunScans(3);
+            TellRunTimeError();
+            Run();
+        },
+        testing::ExitedWithCode(1), EndedBy(6));
+    const Texts numbers = Column(RowsOf(Record("Record1")), 0);
+    EXPECT_EQ(numbers.size(), 32769U);
+    EXPECT_EQ(numbers.back(), "32769");
+}
+
 }  // namespace
 }  // namespace vantrel

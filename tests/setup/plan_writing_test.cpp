@@ -277,6 +277,23 @@ TEST_F(PlanWriting, A_typed_name_goes_out_as_it_stands_and_what_the_instrument_h
     });
 }
 
+TEST_F(PlanWriting, A_typed_name_with_a_question_mark_is_a_query_and_its_reply_is_waited_for) {
+    Open(kTenVolts);
+    Connect({0});
+    SetDev([&] {
+        user.Type("Set_Dev", "ch(2)", "wh?t");
+        wire->ClearTranscript();
+        Set();
+        const Texts calls = wire->Calls();
+        const std::string session = std::to_string(InstrSession(0));
+        const auto write = std::ranges::find(calls, "viWrite(" + session + ", \"rout:scan:func 3,wh?t\\n\")");
+        ASSERT_LT(write - calls.begin(), std::ssize(calls) - 1);
+        EXPECT_EQ(*(write + 1), "viRead(" + session + ", 1024)");
+    });
+    // The instrument has no reply to it.
+    EXPECT_EQ(user.Messages(), (Texts{"Device is disconnected !", "Setting complete!"}));
+}
+
 TEST_F(PlanWriting, Four_wires_typed_on_a_slave_are_sent_and_come_back_as_NONE) {
     Open(kTenVolts);
     Connect({0});

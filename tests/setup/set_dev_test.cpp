@@ -346,6 +346,22 @@ TEST_F(SetDevDevice, A_typed_name_that_is_no_device_reads_and_then_leaves_all_as
     });
 }
 
+TEST_F(SetDevDevice, A_typed_name_reads_all_devices_at_each_key) {
+    Open(kTenVolts + kTwentyVolts);
+    Connect({0, 1});
+    SetDev([&] {
+        user.Type("Set_Dev", "Combo1_dev", "Twen");
+        const Texts ten = ReadBack(10);
+        const Texts twenty = ReadBack(20);
+        EXPECT_EQ(wire->Sent(0), Joined({ten, ten, ten, ten}));
+        EXPECT_EQ(wire->Sent(1), Joined({twenty, twenty, twenty, twenty}));
+        EXPECT_EQ(The<Set_Dev>().Dev_Sel, -1);
+        user.TypeOn("Set_Dev", "Combo1_dev", "ty");
+        EXPECT_EQ(wire->Sent(0).size(), 6 * ten.size());
+        EXPECT_EQ(The<Set_Dev>().Dev_Sel, 1);
+    });
+}
+
 TEST_F(SetDevDevice, While_none_is_selected_an_edit_is_a_subscript_error) {
     Open(kTenVolts);
     Connect({0});
