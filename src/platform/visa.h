@@ -1,4 +1,5 @@
-// The eight operations of the machine's VISA library.
+// The eight operations of the machine's VISA library. Where the environment variable VANTREL_WIRE_LOG names a file,
+// what goes over the wire is added to it (platform/visa/wire_log.h).
 #pragma once
 
 #include <cstdint>

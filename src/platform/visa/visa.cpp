@@ -2,10 +2,13 @@
 
 #include "platform/os/library.h"
 #include "platform/visa/loader.h"
+#include "platform/visa/wire_log.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 namespace vantrel {
@@ -25,6 +28,12 @@ std::optional<VisaEntryPoints> table_in_use;
 const VisaEntryPoints& Table() {
     if (!table_in_use) table_in_use = LoadVisa(os::VisaLibraryNames());
     return *table_in_use;
+}
+
+/// The log that the environment asks for.
+WireLog& Log() {
+    static WireLog log(std::getenv("VANTREL_WIRE_LOG"));
+    return log;
 }
 
 /// What counts of a result: the low 32 bits. The others are whatever a 32-bit library left there.
@@ -83,6 +92,7 @@ ViStatus viOpen(ViSession rm, const std::string& descriptor, std::uint32_t acces
     const ViStatus status =
         Call(&VisaEntryPoints::viOpen, Word{rm}, descriptor.c_str(), Word{access}, Word{timeout}, &cell);
     *session = Result(status, cell);
+    Log().Opened(descriptor, *session, status);
     return status;
 }
 
@@ -96,6 +106,7 @@ ViStatus viWrite(ViSession session, const std::string& bytes, std::uint32_t coun
     const ViStatus status = Call(&VisaEntryPoints::viWrite, Word{session},
                                  reinterpret_cast<const unsigned char*>(bytes.data()), length, &cell);
     *written = Result(status, cell);
+    Log().Sent(session, std::string_view(bytes).substr(0, length), status);
     return status;
 }
 
@@ -106,6 +117,7 @@ ViStatus viRead(ViSession session, std::string* bytes, std::uint32_t count, std:
                                  reinterpret_cast<unsigned char*>(buffer.data()), Word{count}, &cell);
     *read = std::min(Result(status, cell), count);
     buffer.resize(*read);
+    Log().Received(session, buffer, status);
     *bytes = std::move(buffer);
     return status;
 }
