@@ -1,4 +1,4 @@
-// The simulated bench: instruments behind the eight VISA calls that a program makes.
+// The simulated bench: instruments behind the VISA calls that a program makes.
 //
 // The instruments are joined by a trigger wire. When one starts a scan by "rout:scan" or "rout:scan:step", each wired
 // instrument behind it (in search order) starts one too. Each takes one sweep of its own active channels, unless the
@@ -6,8 +6,11 @@
 // the wire, and every instrument takes as many readings.
 #pragma once
 
+#include "bench/attributes.h"
 #include "bench/description.h"
 #include "bench/instrument.h"
+#include "bench/lock.h"
+#include "bench/status.h"
 
 #include <cstdint>
 #include <functional>
@@ -20,19 +23,6 @@
 namespace vantrel::bench {
 
 using Handle = std::uint32_t;
-using Status = std::int32_t;
-
-inline constexpr Status kSuccess = 0;
-inline constexpr Status kSuccessMaxCnt = 0x3FFF0006;
-inline constexpr auto kErrorSystem = static_cast<Status>(0xBFFF0000);
-inline constexpr auto kErrorInvObject = static_cast<Status>(0xBFFF000E);
-inline constexpr auto kErrorInvExpr = static_cast<Status>(0xBFFF0010);
-inline constexpr auto kErrorRsrcNotFound = static_cast<Status>(0xBFFF0011);
-inline constexpr auto kErrorTimeOut = static_cast<Status>(0xBFFF0015);
-inline constexpr auto kErrorNoSuchAttribute = static_cast<Status>(0xBFFF001D);
-inline constexpr auto kErrorConnectionLost = static_cast<Status>(0xBFFF00A6);
-inline constexpr std::uint32_t kAttributeTimeOut = 0x3FFF001A;
-
 /// Bytes that went over the wire in one call.
 struct Exchange {
     enum Direction { kToInstrument, kFromInstrument };
@@ -64,14 +54,26 @@ public:
                     std::string* descriptor);
     Status FindNext(Handle find_list, std::string* descriptor);
     Status Open(Handle rm, const std::string& descriptor, std::uint32_t access, std::uint32_t timeout, Handle* session);
-    /// Takes the time-out only, in milliseconds. A session begins with 2000.
+    /// The attributes stand in attributes.cpp. A session begins with a time-out of 2000 ms.
+    Status GetAttribute(Handle object, std::uint32_t attribute, AttributeValue* value);
     Status SetAttribute(Handle session, std::uint32_t attribute, std::uint32_t value);
     /// Sends one whole message.
     Status Write(Handle session, std::string_view bytes, std::uint32_t* written);
     /// Reads up to `limit` bytes. Exactly `limit` give kSuccessMaxCnt, also when nothing is left; the next read then
-    /// gives no bytes. With nothing to read, waits the session's time-out and fails.
+    /// gives no bytes. With nothing to read, waits the session's time-out and fails. With the termination character
+    /// enabled a read ends behind one, with kSuccessTermChar.
     Status Read(Handle session, std::uint32_t limit, std::string* bytes);
     Status Close(Handle object);
+    /// Throws the reply away that waits in the instrument.
+    Status Clear(Handle session);
+    /// Bit 4 of the status byte says that a reply waits; no other one is ever set.
+    Status ReadStb(Handle session, std::uint16_t* status_byte);
+    /// Takes a lock of Lock::Kind `kind`, or waits `timeout` ms and fails. `key` is set for a shared one.
+    Status TakeLock(Handle session, std::uint32_t kind, std::uint32_t timeout, const std::string& requested_key,
+                    std::string* key);
+    Status ReleaseLock(Handle session);
+    /// A call on a session that has no effect on the instruments: `status`, if there is such a session.
+    Status NoEffect(const std::string& name, Handle session, Status status);
 
     // Faults that begin now.
     void Unplug(int instrument) { At(instrument).Unplug(); }
@@ -93,7 +95,11 @@ public:
 private:
     struct Session {
         int instrument;
-        std::uint32_t time_out_ms;
+        Attributes attributes;
+
+        std::uint32_t Number(std::uint32_t attribute) const { return NumberOf(attributes.at(attribute).value); }
+        std::uint32_t TimeOut() const { return Number(kAttributeTimeOut); }
+        std::optional<char> Terminator() const;
     };
     struct FindList {
         std::vector<std::string> resources;
@@ -104,10 +110,23 @@ private:
     Status DoFindRsrc(Handle rm, const std::string& expression, Handle* find_list, std::uint32_t* count,
                       std::string* descriptor);
     Status DoFindNext(Handle find_list, std::string* descriptor);
-    Status DoOpen(Handle rm, const std::string& descriptor, Handle* session);
-    Status DoSetAttribute(Handle session, std::uint32_t attribute, std::uint32_t value);
+    Status DoOpen(Handle rm, const std::string& descriptor, std::uint32_t access, std::uint32_t timeout,
+                  Handle* session);
+    Status DoGetAttribute(Handle object, std::uint32_t attribute, AttributeValue* value);
+    Status DoSetAttribute(Handle object, std::uint32_t attribute, std::uint32_t value);
     Status DoWrite(Handle session, std::string_view bytes, std::uint32_t* written);
     Status DoRead(Handle session, std::uint32_t limit, std::string* bytes);
+    Status DoReplayedWrite(const Session& open, std::string_view bytes, std::uint32_t* written);
+    Status DoReplayedRead(const Session& open, std::uint32_t limit, std::string* bytes);
+    Status DoClear(Handle session);
+    Status DoReadStb(Handle session, std::uint16_t* status_byte);
+    Status DoTakeLock(Handle session, std::uint32_t kind, std::uint32_t timeout, const std::string& requested_key,
+                      std::string* key);
+    void DropLocks(Handle session);
+    Lock& LockOf(const Session& session) { return locks_.at(static_cast<std::size_t>(session.instrument)); }
+    /// The session `handle` in `open`, unless another has locked its instrument.
+    Status Use(Handle handle, Session** open);
+    Attributes* AttributesOf(Handle object);
     Session* FindSession(Handle handle);
     bool IsManager(Handle handle) const;
     void PullTheWire(int starter);
@@ -115,10 +134,11 @@ private:
     void Note(int instrument, Exchange::Direction direction, std::string_view bytes);
 
     std::vector<Instrument> instruments_;
+    std::vector<Lock> locks_;  ///< beside instruments_
     TimeSource now_;
     Waiting wait_;
     Handle last_handle_ = 0;
-    std::vector<Handle> managers_;
+    std::map<Handle, Attributes> managers_;
     std::map<Handle, FindList> find_lists_;
     std::map<Handle, Session> sessions_;
     std::vector<Exchange> transcript_;

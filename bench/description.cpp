@@ -4,14 +4,26 @@
 #include "bench/vocabulary.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <map>
 #include <stdexcept>
 #include <utility>
 
 namespace vantrel::bench {
 namespace {
 
-/// Reads a bench file line by line into `bench`.
+struct FaultWord {
+    std::string_view word;
+    CallFault::Kind kind;
+};
+constexpr std::array<FaultWord, 5> kFaultWords = {{{"time-out", CallFault::kTimeOut},
+                                                   {"short", CallFault::kShort},
+                                                   {"empty", CallFault::kEmpty},
+                                                   {"garbage", CallFault::kGarbage},
+                                                   {"long", CallFault::kLong}}};
+
+/// Reads a bench file or a wire log line by line into `bench`.
 class Parser {
 public:
     void ReadLine(std::string_view text);
@@ -26,16 +38,22 @@ private:
     void ReadInstrumentEntry(InstrumentDescription& instrument);
     void ReadChannel(InstrumentDescription& instrument);
     void ReadReply(InstrumentDescription& instrument);
+    bool ReadFault(InstrumentDescription& instrument);
+    bool ReadLogLine();
+    void ReadOpening(std::uint32_t status);
+    void ReadExchange(std::uint32_t status);
 
     bool Is(std::string_view keyword, std::size_t words) const {
         return words_[0] == keyword && words_.size() == words;
     }
     int NumberAt(std::size_t index) const;
     int CallAt(std::size_t index) const;
+    std::uint32_t StatusOf(std::string_view digits) const;
     [[noreturn]] void Refuse(const std::string& why) const;
 
     std::vector<std::string> words_;
     int line_ = 0;
+    std::map<std::size_t, std::string> sent_;  ///< what each instrument of a log was sent last, by place
 };
 
 void Parser::Refuse(const std::string& why) const {
@@ -45,7 +63,7 @@ void Parser::Refuse(const std::string& why) const {
 void Parser::ReadLine(std::string_view text) {
     ++line_;
     Split(text);
-    if (words_.empty()) return;
+    if (words_.empty() || ReadLogLine()) return;
     if (Is("instrument", 2)) {
         bench.instruments.emplace_back().resource = words_[1];
     } else if (bench.instruments.empty()) {
@@ -119,6 +137,13 @@ int Parser::CallAt(std::size_t index) const {
     return NumberAt(index + 2);
 }
 
+std::uint32_t Parser::StatusOf(std::string_view digits) const {
+    std::uint32_t status = 0;
+    const auto end = std::from_chars(digits.data(), digits.data() + digits.size(), status, 16).ptr;
+    if (end != digits.data() + digits.size()) Refuse("a status is written in hexadecimal digits");
+    return status;
+}
+
 void Parser::ReadBenchEntry() {
     if (Is("pace", 2)) {
         bench.pace.reading_ms = std::max(1, NumberAt(1));
@@ -151,19 +176,13 @@ void Parser::ReadInstrumentEntry(InstrumentDescription& instrument) {
         instrument.silent_at_call = words_.size() == 1 ? 1 : CallAt(1);
     } else if (entry == "unplugged") {
         instrument.unplugged_at_call = CallAt(1);
-    } else if (entry == "time-out") {
-        instrument.time_outs.push_back(CallAt(1));
     } else if (entry == "status" && words_.size() > 1) {
-        std::uint32_t status = 0;
-        const std::string_view digits = words_[1];
-        const auto end = std::from_chars(digits.data(), digits.data() + digits.size(), status, 16).ptr;
-        if (end != digits.data() + digits.size()) Refuse("a status is written in hexadecimal digits");
-        instrument.statuses.push_back({status, CallAt(2)});
+        instrument.statuses.push_back({StatusOf(words_[1]), CallAt(2)});
     } else if (entry == "reply" || entry == "no-reply") {
         ReadReply(instrument);
     } else if (entry == "counts") {
         for (std::size_t i = 1; i < words_.size(); ++i) instrument.counts.push_back(NumberAt(i));
-    } else {
+    } else if (!ReadFault(instrument)) {
         Refuse("'" + entry + "' is not an entry of an instrument, or has too few or too many words");
     }
 }
@@ -209,6 +228,66 @@ void Parser::ReadReply(InstrumentDescription& instrument) {
     fixed.query = words_[words_.size() - texts];
     if (answered) fixed.reply = words_.back();
     instrument.replies.push_back(std::move(fixed));
+}
+
+/// time-out at call 9, garbage from call 9
+bool Parser::ReadFault(InstrumentDescription& instrument) {
+    const auto fault = std::ranges::find(kFaultWords, words_[0], &FaultWord::word);
+    if (fault == kFaultWords.end()) return false;
+    const bool and_after = words_.size() > 1 && words_[1] == "from";
+    if (and_after) words_[1] = "at";
+    instrument.faults.push_back({fault->kind, CallAt(1), and_after});
+    return true;
+}
+
+// ---- wire logs
+
+/// A line of a wire log: day, time, and "begins", or the place of an instrument and what happened there.
+bool Parser::ReadLogLine() {
+    constexpr std::size_t kDayLength = std::string_view("2026-01-31").size();
+    if (words_[0].size() != kDayLength || words_[0][4] != '-' || words_.size() < 3) return false;
+    if (words_[2] == "begins") {
+        bench.instruments.clear();
+        sent_.clear();
+        return true;
+    }
+    const bool has_status = words_.size() == 7 && words_[5] == "!";
+    if (words_.size() != 5 && !has_status)
+        Refuse("a line of a log has a place, a sign and a text, and may have a status");
+    const std::uint32_t status = has_status ? StatusOf(words_[6]) : 0;
+    if (words_[3] == "=") {
+        ReadOpening(status);
+    } else if (words_[2] != "?") {
+        ReadExchange(status);
+    }
+    return true;
+}
+
+/// 2026-01-31 10:00:00.000 0 = "GPIB0::9::INSTR"
+void Parser::ReadOpening(std::uint32_t status) {
+    const auto place = static_cast<std::size_t>(NumberAt(2));
+    if (place > bench.instruments.size()) Refuse("the instruments of a log are opened in the order of their places");
+    if (place == bench.instruments.size()) {
+        bench.instruments.emplace_back().resource = words_[4];
+        bench.instruments.back().recording.emplace();
+        bench.instruments.back().refuses_to_open = true;
+    }
+    if (static_cast<std::int32_t>(status) >= 0) bench.instruments[place].refuses_to_open = false;
+}
+
+/// 2026-01-31 10:00:00.000 0 > "fetch?\n", 2026-01-31 10:00:05.000 0 < "" ! BFFF0015
+void Parser::ReadExchange(std::uint32_t status) {
+    const auto place = static_cast<std::size_t>(NumberAt(2));
+    if (place >= bench.instruments.size()) Refuse("the log has not opened this instrument");
+    Recording& recording = *bench.instruments[place].recording;
+    if (words_[3] == ">") {
+        sent_[place] = words_[4];
+        recording[words_[4]].push_back({status, {}});
+    } else if (words_[3] != "<") {
+        Refuse("'" + words_[3] + "' is not a sign of a log");
+    } else if (sent_.contains(place)) {
+        recording[sent_[place]].back().reads.push_back({words_[4], status});
+    }
 }
 
 }  // namespace

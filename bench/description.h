@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,6 +33,35 @@ struct FixedStatus {
     int call = 0;
 };
 
+/// A fault of one call, or of it and all after it.
+struct CallFault {
+    enum Kind {
+        kTimeOut,  ///< the call times out; what it would have sent or read is lost
+        kShort,    ///< a read gives half of what it would have given, and the rest of the reply is lost
+        kEmpty,    ///< a read gives nothing and is a success; the reply is lost
+        kGarbage,  ///< the reply is some hundred bytes of any value
+        kLong,     ///< the reply is 100 KB long: itself again and again
+    };
+    Kind kind = kTimeOut;
+    int call = 0;
+    bool and_after = false;
+};
+
+/// What one viRead of a recording gave.
+struct RecordedRead {
+    std::string bytes;
+    std::uint32_t status = 0;
+};
+
+/// One viWrite of a recording and the viReads that followed it.
+struct RecordedExchange {
+    std::uint32_t status = 0;
+    std::vector<RecordedRead> reads;
+};
+
+/// What an instrument did in a recording, by message, in the order in which each message came.
+using Recording = std::map<std::string, std::vector<RecordedExchange>, std::less<>>;
+
 /// One instrument. The calls of the faults are counted from 1 over the viWrite and viRead calls that reach it.
 struct InstrumentDescription {
     std::string resource;
@@ -43,12 +74,15 @@ struct InstrumentDescription {
     bool line_feed = true;  ///< replies end in one
     std::vector<ChannelDescription> channels = std::vector<ChannelDescription>(20);
 
-    int silent_at_call = 0;      ///< from this call on nothing is answered; 1: never
-    int unplugged_at_call = 0;   ///< from this call on every call fails
-    std::vector<int> time_outs;  ///< these calls time out
+    int silent_at_call = 0;     ///< from this call on nothing is answered; 1: never
+    int unplugged_at_call = 0;  ///< from this call on every call fails
+    std::vector<CallFault> faults;
     std::vector<FixedStatus> statuses;
     std::vector<FixedReply> replies;
     std::vector<int> counts;  ///< replies to rout:scan:state? in a scan, the last one repeated; empty: the real ones
+
+    /// With a recording the instrument does nothing but what was recorded.
+    std::optional<Recording> recording;
 
     /// Channels of the card: 10, 20 or none.
     int ChannelCount() const;
@@ -67,7 +101,8 @@ struct BenchDescription {
     std::vector<InstrumentDescription> instruments;  ///< in the order in which a search finds them
 };
 
-/// Reads the text of a bench file (see README.md). Throws std::invalid_argument, with the line's number in its text.
+/// Reads the text of a bench file or of a wire log (see README.md). Throws std::invalid_argument, with the line's
+/// number in its text.
 BenchDescription ParseBench(std::string_view text);
 
 /// Four scanner instruments, a multimeter without a card and a resource that answers nothing.

@@ -4,12 +4,15 @@
 // names a file that every exchange is written to, one line each, VANTREL_BENCH_CALLS one for every call.
 
 #include "bench/bench.h"
+#include "bench/resource_name.h"
+#include "bench/status.h"
 #include "bench/text.h"
 #include "visa_export.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <exception>
 #include <fstream>
 #include <iostream>
@@ -17,6 +20,8 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <variant>
 
 using namespace vantrel::bench;
 
@@ -68,12 +73,26 @@ Bench* TheBench() {
     return bench.get();
 }
 
-constexpr std::size_t kDescriptorSize = 256;  // what a caller has room for, the end mark included
+constexpr std::size_t kTextSize = 256;  // what a caller has room for in any text, the end mark included
 
-void CopyDescriptor(const std::string& descriptor, char* buffer) {
-    const std::size_t length = std::min(descriptor.size(), kDescriptorSize - 1);
-    std::copy_n(descriptor.data(), length, buffer);
+/// Without a buffer nothing is copied: most texts are optional.
+void CopyText(std::string_view text, char* buffer) {
+    if (buffer == nullptr) return;
+    const std::size_t length = std::min(text.size(), kTextSize - 1);
+    std::copy_n(text.data(), length, buffer);
     buffer[length] = '\0';
+}
+
+/// A result that the caller may not want.
+template <typename Result>
+void Give(Result value, Result* cell) {
+    if (cell != nullptr) *cell = value;
+}
+
+/// A call that finds no instrument interested.
+Status NoEffect(const char* name, Handle session, Status status) {
+    Bench* bench = TheBench();
+    return bench == nullptr ? kErrorSystem : bench->NoEffect(name, session, status);
 }
 
 }  // namespace
@@ -93,10 +112,11 @@ VISA_ENTRY Status viFindRsrc(Handle rm, const char* expression, Handle* find_lis
     std::uint32_t found = 0;
     std::string first;
     const Status status = bench->FindRsrc(rm, expression, &list, &found, &first);
-    // The find list and the count are optional.
-    if (find_list != nullptr) *find_list = list;
-    if (count != nullptr) *count = found;
-    CopyDescriptor(first, descriptor);
+    Give(found, count);
+    // Nobody else could close a list that the caller does not want.
+    if (find_list == nullptr && status >= 0) bench->Close(list);
+    Give(list, find_list);
+    CopyText(first, descriptor);
     return status;
 }
 
@@ -105,7 +125,7 @@ VISA_ENTRY Status viFindNext(Handle find_list, char* descriptor) {
     if (bench == nullptr) return kErrorSystem;
     std::string next;
     const Status status = bench->FindNext(find_list, &next);
-    CopyDescriptor(next, descriptor);
+    CopyText(next, descriptor);
     return status;
 }
 
@@ -125,7 +145,7 @@ VISA_ENTRY Status viWrite(Handle session, const unsigned char* bytes, std::uint3
     if (bench == nullptr) return kErrorSystem;
     std::uint32_t sent = 0;
     const Status status = bench->Write(session, {reinterpret_cast<const char*>(bytes), count}, &sent);
-    if (written != nullptr) *written = sent;
+    Give(sent, written);
     return status;
 }
 
@@ -135,7 +155,7 @@ VISA_ENTRY Status viRead(Handle session, unsigned char* bytes, std::uint32_t cou
     std::string piece;
     const Status status = bench->Read(session, count, &piece);
     std::copy(piece.begin(), piece.end(), bytes);
-    if (read != nullptr) *read = static_cast<std::uint32_t>(piece.size());
+    Give(static_cast<std::uint32_t>(piece.size()), read);
     return status;
 }
 
@@ -143,3 +163,128 @@ VISA_ENTRY Status viClose(Handle object) {
     Bench* bench = TheBench();
     return bench == nullptr ? kErrorSystem : bench->Close(object);
 }
+
+VISA_ENTRY Status viParseRsrcEx(Handle rm, const char* name, std::uint16_t* interface, std::uint16_t* board,
+                                char* resource_class, char* whole_name, char* alias) {
+    const Status status = NoEffect("viParseRsrcEx", rm, kSuccess);
+    if (status < 0) return status;
+    const auto parsed = ParseResourceName(name);
+    if (!parsed) return kErrorInvResourceName;
+    Give(static_cast<std::uint16_t>(parsed->interface), interface);
+    Give(parsed->board, board);
+    CopyText(parsed->resource_class, resource_class);
+    CopyText(parsed->Whole(), whole_name);
+    CopyText("", alias);
+    return kSuccess;
+}
+
+VISA_ENTRY Status viParseRsrc(Handle rm, const char* name, std::uint16_t* interface, std::uint16_t* board) {
+    return viParseRsrcEx(rm, name, interface, board, nullptr, nullptr, nullptr);
+}
+
+VISA_ENTRY Status viGetAttribute(Handle object, std::uint32_t attribute, void* result) {
+    Bench* bench = TheBench();
+    if (bench == nullptr) return kErrorSystem;
+    AttributeValue value;
+    const Status status = bench->GetAttribute(object, attribute, &value);
+    if (status < 0) return status;
+    if (const auto* text = std::get_if<std::string>(&value)) CopyText(*text, static_cast<char*>(result));
+    if (const auto* number = std::get_if<std::uint8_t>(&value)) std::memcpy(result, number, sizeof *number);
+    if (const auto* number = std::get_if<std::uint16_t>(&value)) std::memcpy(result, number, sizeof *number);
+    if (const auto* number = std::get_if<std::uint32_t>(&value)) std::memcpy(result, number, sizeof *number);
+    return status;
+}
+
+VISA_ENTRY Status viStatusDesc(Handle /*object*/, Status status, char* text) {
+    const std::string_view meaning = StatusText(status);
+    CopyText(meaning.empty() ? "The bench does not give this status." : meaning, text);
+    return meaning.empty() ? kWarningUnknownStatus : kSuccess;
+}
+
+VISA_ENTRY Status viClear(Handle session) {
+    Bench* bench = TheBench();
+    return bench == nullptr ? kErrorSystem : bench->Clear(session);
+}
+
+VISA_ENTRY Status viReadSTB(Handle session, std::uint16_t* status_byte) {
+    Bench* bench = TheBench();
+    return bench == nullptr ? kErrorSystem : bench->ReadStb(session, status_byte);
+}
+
+VISA_ENTRY Status viLock(Handle session, std::uint32_t kind, std::uint32_t timeout, const char* requested_key,
+                         char* access_key) {
+    Bench* bench = TheBench();
+    if (bench == nullptr) return kErrorSystem;
+    std::string key;
+    const Status status = bench->TakeLock(session, kind, timeout, requested_key == nullptr ? "" : requested_key, &key);
+    if (kind == Lock::kShared) CopyText(key, access_key);
+    return status;
+}
+
+VISA_ENTRY Status viUnlock(Handle session) {
+    Bench* bench = TheBench();
+    return bench == nullptr ? kErrorSystem : bench->ReleaseLock(session);
+}
+
+// The instruments take no trigger from the bus, and are in remote state whenever they are spoken to.
+
+VISA_ENTRY Status viAssertTrigger(Handle session, std::uint16_t /*protocol*/) {
+    return NoEffect("viAssertTrigger", session, kSuccess);
+}
+
+VISA_ENTRY Status viGpibControlREN(Handle session, std::uint16_t mode) {
+    constexpr std::uint16_t kModes = 7;
+    return NoEffect("viGpibControlREN", session, mode < kModes ? kSuccess : kErrorInvMode);
+}
+
+// Reads and writes pass no buffer of the library's own.
+
+VISA_ENTRY Status viFlush(Handle session, std::uint16_t /*buffers*/) { return NoEffect("viFlush", session, kSuccess); }
+
+// There are no events: to be rid of them succeeds, to have them does not.
+
+VISA_ENTRY Status viDisableEvent(Handle session, std::uint32_t /*event*/, std::uint16_t /*mechanism*/) {
+    return NoEffect("viDisableEvent", session, kSuccessEventDisabled);
+}
+
+VISA_ENTRY Status viDiscardEvents(Handle session, std::uint32_t /*event*/, std::uint16_t /*mechanism*/) {
+    return NoEffect("viDiscardEvents", session, kSuccessQueueEmpty);
+}
+
+VISA_ENTRY Status viEnableEvent(Handle session, std::uint32_t /*event*/, std::uint16_t /*mechanism*/,
+                                std::uint32_t /*context*/) {
+    return NoEffect("viEnableEvent", session, kErrorInvEvent);
+}
+
+VISA_ENTRY Status viWaitOnEvent(Handle session, std::uint32_t /*event*/, std::uint32_t /*timeout*/,
+                                std::uint32_t* /*occurred*/, Handle* /*context*/) {
+    return NoEffect("viWaitOnEvent", session, kErrorNotEnabled);
+}
+
+VISA_ENTRY Status viInstallHandler(Handle session, std::uint32_t /*event*/, void* /*handler*/, void* /*user*/) {
+    return NoEffect("viInstallHandler", session, kErrorInvEvent);
+}
+
+VISA_ENTRY Status viUninstallHandler(Handle session, std::uint32_t /*event*/, void* /*handler*/, void* /*user*/) {
+    return NoEffect("viUninstallHandler", session, kErrorHandlerNotInstalled);
+}
+
+// What a message-based instrument may have and these have not. The arguments behind the session are left where the
+// caller put them.
+#define NOT_SUPPORTED(name) \
+    VISA_ENTRY Status name(Handle session) { return NoEffect(#name, session, kErrorNotSupported); }
+
+NOT_SUPPORTED(viReadAsync)
+NOT_SUPPORTED(viWriteAsync)
+NOT_SUPPORTED(viTerminate)
+NOT_SUPPORTED(viReadToFile)
+NOT_SUPPORTED(viWriteFromFile)
+NOT_SUPPORTED(viBufRead)
+NOT_SUPPORTED(viBufWrite)
+NOT_SUPPORTED(viSetBuf)
+NOT_SUPPORTED(viGpibCommand)
+NOT_SUPPORTED(viGpibControlATN)
+NOT_SUPPORTED(viGpibPassControl)
+NOT_SUPPORTED(viGpibSendIFC)
+NOT_SUPPORTED(viUsbControlIn)
+NOT_SUPPORTED(viUsbControlOut)

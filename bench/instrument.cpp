@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <random>
 #include <utility>
 
 namespace vantrel::bench {
@@ -13,6 +14,27 @@ namespace {
 
 constexpr int kMemory = 100000;         // readings that an instrument holds at most
 constexpr double kTimerEnd = 9999.999;  // the scan timer stays below
+
+/// Between 1 and 500 bytes of any value; the same ones for the same `seed`.
+std::string Garbage(int seed) {
+    constexpr int kLongest = 500;
+    std::minstd_rand random(static_cast<std::uint32_t>(seed) + 1);
+    random.discard(8);  // neighbouring seeds begin alike
+    std::string bytes(1 + random() % kLongest, '\0');
+    for (char& byte : bytes) byte = static_cast<char>(random() >> 8);
+    return bytes;
+}
+
+/// `reply` again and again, as one list of at least 100 KB.
+std::string Lengthened(std::string_view reply) {
+    constexpr std::size_t kLength = 100 * 1024;
+    std::string item(Trim(reply));
+    item += ',';
+    std::string list;
+    while (list.size() < kLength) list += item;
+    list.back() = '\n';
+    return list;
+}
 
 struct Setting {
     std::string value;
@@ -41,9 +63,14 @@ Instrument::Fate Instrument::NextCall() {
     if (reached(description_.unplugged_at_call)) unplugged_ = true;
     if (reached(description_.silent_at_call)) silent_ = true;
     if (unplugged_) return Fate::kConnectionLost;
-    const auto& time_outs = description_.time_outs;
-    const bool times_out = std::find(time_outs.begin(), time_outs.end(), calls_) != time_outs.end();
-    return times_out ? Fate::kTimesOut : Fate::kCarriedOut;
+    return HasFault(CallFault::kTimeOut) ? Fate::kTimesOut : Fate::kCarriedOut;
+}
+
+/// Whether the call counted last has a fault of this kind.
+bool Instrument::HasFault(CallFault::Kind kind) const {
+    return std::ranges::any_of(description_.faults, [&](const CallFault& fault) {
+        return fault.kind == kind && (fault.call == calls_ || (fault.and_after && fault.call < calls_));
+    });
 }
 
 std::optional<std::uint32_t> Instrument::FixedStatusOfCall() const {
@@ -62,17 +89,45 @@ bool Instrument::Receive(std::string_view message, std::int64_t now) {
     CarryOut(message);
     if (reply_ && !description_.line_feed) reply_->pop_back();
     ApplyFixedReply(message);
+    reply_is_whole_ = true;
     return started_by_command_;
 }
 
-std::string Instrument::TakeReply(std::size_t limit) {
-    std::string piece = reply_->substr(0, limit);
-    if (piece.size() < limit) {
-        reply_.reset();
+std::string Instrument::TakeReply(std::size_t limit, std::optional<char> terminator) {
+    if (reply_is_whole_ && HasFault(CallFault::kGarbage)) reply_ = Garbage(calls_);
+    if (reply_is_whole_ && HasFault(CallFault::kLong)) reply_ = Lengthened(*reply_);
+    reply_is_whole_ = false;
+    const std::size_t end = terminator ? reply_->find(*terminator) : std::string::npos;
+    std::string piece = reply_->substr(0, end < limit ? end + 1 : limit);
+    if (HasFault(CallFault::kEmpty)) piece.clear();
+    if (HasFault(CallFault::kShort)) piece.resize(piece.size() / 2);
+    const bool goes_on = piece.size() == limit || (end != std::string::npos && piece.size() < reply_->size());
+    if (goes_on && !HasFault(CallFault::kEmpty) && !HasFault(CallFault::kShort)) {
+        reply_->erase(0, piece.size());
     } else {
-        reply_->erase(0, limit);
+        reply_.reset();
     }
     return piece;
+}
+
+// ---- recordings
+
+std::uint32_t Instrument::ReplayWrite(std::string_view message) {
+    reads_left_.clear();
+    const auto recorded = description_.recording->find(message);
+    if (recorded == description_.recording->end()) return 0;
+    std::size_t& times = replayed_[recorded->first];
+    const RecordedExchange& exchange = recorded->second[std::min(times, recorded->second.size() - 1)];
+    ++times;
+    reads_left_.assign(exchange.reads.rbegin(), exchange.reads.rend());
+    return exchange.status;
+}
+
+std::optional<RecordedRead> Instrument::ReplayRead() {
+    if (reads_left_.empty()) return std::nullopt;
+    RecordedRead read = std::move(reads_left_.back());
+    reads_left_.pop_back();
+    return read;
 }
 
 const std::vector<Instrument::Command>& Instrument::Commands() {

@@ -4,6 +4,7 @@
 #include "bench/description.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -22,9 +23,19 @@ public:
     const std::string& Resource() const { return description_.resource; }
     bool RefusesToOpen() const { return description_.refuses_to_open; }
     bool Wired() const { return description_.wired; }
+    bool Unplugged() const { return unplugged_; }
+    const std::string& Identity() const { return description_.identity; }
 
     /// What becomes of a viWrite or viRead.
     enum class Fate { kCarriedOut, kTimesOut, kConnectionLost };
+
+    /// True for an instrument that does what was recorded: the calls below are not for it.
+    bool Replays() const { return description_.recording.has_value(); }
+    /// The status of the recorded viWrite of `message`. What comes oftener than it was recorded goes as it went last;
+    /// what was never recorded is taken without a word.
+    std::uint32_t ReplayWrite(std::string_view message);
+    /// The next recorded viRead after the message that was written last; no value: there was none.
+    std::optional<RecordedRead> ReplayRead();
 
     /// Counts one call and says what becomes of it.
     Fate NextCall();
@@ -43,8 +54,9 @@ public:
 
     bool HasReply() const { return reply_.has_value(); }
     /// The next piece of the reply, of `limit` bytes at most. A piece of exactly `limit` bytes leaves the reply open,
-    /// be it with nothing left; a shorter one ends it.
-    std::string TakeReply(std::size_t limit);
+    /// be it with nothing left; a shorter one ends it. With a `terminator` the piece ends behind its first one.
+    std::string TakeReply(std::size_t limit, std::optional<char> terminator = std::nullopt);
+    void DropReply() { reply_.reset(); }
 
     void Unplug() { unplugged_ = true; }
     void Silence() { silent_ = true; }
@@ -64,6 +76,7 @@ private:
     };
     static const std::vector<Command>& Commands();
 
+    bool HasFault(CallFault::Kind kind) const;
     void CarryOut(std::string_view message);
     void ApplyFixedReply(std::string_view message);
     void Answer(const std::string& text) { reply_ = text + "\n"; }
@@ -102,6 +115,10 @@ private:
     Scan scan_;
     bool started_by_command_ = false;
     std::optional<std::string> reply_;
+    bool reply_is_whole_ = false;  ///< nothing of it was read yet
+
+    std::map<std::string, std::size_t, std::less<>> replayed_;  ///< how often each message of the recording came
+    std::vector<RecordedRead> reads_left_;                      ///< in reverse order
 
     int calls_ = 0;
     bool unplugged_ = false;

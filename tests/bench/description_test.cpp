@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 #include <stdexcept>
+#include <tuple>
 
 using namespace vantrel::bench;
 
@@ -81,7 +82,10 @@ TEST(BenchFile, Faults_are_read) {
                        .instruments[0];
     EXPECT_EQ(a.silent_at_call, 3);
     EXPECT_EQ(a.unplugged_at_call, 4);
-    EXPECT_EQ(a.time_outs, (std::vector<int>{5, 7}));
+    ASSERT_EQ(a.faults.size(), 2U);
+    EXPECT_EQ(a.faults[0].call, 5);
+    EXPECT_EQ(a.faults[1].call, 7);
+    EXPECT_FALSE(a.faults[1].and_after);
     ASSERT_EQ(a.statuses.size(), 1U);
     EXPECT_EQ(a.statuses[0].status, 0x3FFF0005U);
     EXPECT_EQ(a.statuses[0].call, 6);
@@ -100,6 +104,22 @@ TEST(BenchFile, Faults_are_read) {
 TEST(BenchFile, Fault_in_a_line_is_told_with_its_number) {
     EXPECT_EQ(FaultOf("instrument A\n\nsirial x\n"),
               "line 3: 'sirial' is not an entry of an instrument, or has too few or too many words");
+}
+
+TEST(BenchFile, Faults_of_replies_are_read) {
+    const auto a = ParseBench(
+                       "instrument A\ntime-out from call 1\nshort at call 2\nempty from call 3\ngarbage at call 4\n"
+                       "long from call 5\n")
+                       .instruments[0];
+    using Kind = CallFault::Kind;
+    const std::vector<std::tuple<Kind, int, bool>> expected = {{Kind::kTimeOut, 1, true},
+                                                               {Kind::kShort, 2, false},
+                                                               {Kind::kEmpty, 3, true},
+                                                               {Kind::kGarbage, 4, false},
+                                                               {Kind::kLong, 5, true}};
+    std::vector<std::tuple<Kind, int, bool>> read;
+    for (const CallFault& fault : a.faults) read.emplace_back(fault.kind, fault.call, fault.and_after);
+    EXPECT_EQ(read, expected);
 }
 
 TEST(BenchFile, Entry_of_an_instrument_before_the_first_instrument_is_refused) { EXPECT_NE(FaultOf("serial x\n"), ""); }

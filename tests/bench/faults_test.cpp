@@ -32,6 +32,62 @@ TEST(Fault, Read_times_out_at_a_call_and_only_there) {
     EXPECT_EQ(at.Ask(0, "rout:state?"), "2\n");
 }
 
+TEST(Fault, Calls_time_out_from_a_call_on) {
+    BenchAtHand at("instrument A\ncard 2\ntime-out from call 3\n");
+    EXPECT_EQ(at.Ask(0, "rout:state?"), "2\n");
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(at.Tell(0, "rout:state?\n"), kErrorTimeOut);
+        at.Read(0);
+        EXPECT_EQ(at.status, kErrorTimeOut);
+    }
+}
+
+TEST(Fault, Read_comes_short_at_a_call_and_the_rest_is_lost) {
+    BenchAtHand at("instrument A\nserial ABCDEFG\nshort at call 2\n");
+    EXPECT_EQ(at.Ask(0, "cal:sec:serial?"), "ABCD");
+    EXPECT_EQ(at.status, kSuccess);
+    at.Read(0);
+    EXPECT_EQ(at.status, kErrorTimeOut);
+    EXPECT_EQ(at.Ask(0, "cal:sec:serial?"), "ABCDEFG\n");
+}
+
+TEST(Fault, Read_comes_empty_at_a_call_with_a_good_status) {
+    BenchAtHand at("instrument A\nserial ABCDEFG\nempty at call 2\n");
+    EXPECT_EQ(at.Ask(0, "cal:sec:serial?"), "");
+    EXPECT_EQ(at.status, kSuccess);
+    EXPECT_EQ(at.Ask(0, "cal:sec:serial?"), "ABCDEFG\n");
+}
+
+TEST(Fault, Reply_is_garbage_at_a_call_and_the_same_garbage_each_time) {
+    BenchAtHand at("instrument A\nserial ABCDEFG\ngarbage from call 2\n");
+    BenchAtHand again("instrument A\nserial ABCDEFG\ngarbage from call 2\n");
+    const std::string first = at.Ask(0, "cal:sec:serial?");
+    const std::string second = at.Ask(0, "cal:sec:serial?");
+    EXPECT_EQ(at.status, kSuccess);
+    EXPECT_NE(first, second);
+    EXPECT_EQ(first.find("ABCDEFG"), std::string::npos);
+    EXPECT_EQ(again.Ask(0, "cal:sec:serial?"), first);
+}
+
+TEST(Fault, Reply_is_100_KB_long_at_a_call_and_is_read_to_its_end) {
+    BenchAtHand at("instrument A\nserial ABCDEFG\nlong at call 2\n");
+    std::string whole = at.Ask(0, "cal:sec:serial?");
+    while (at.status == kSuccessMaxCnt) whole += at.Read(0);
+    EXPECT_GE(whole.size(), 100U * 1024);
+    EXPECT_EQ(whole.substr(0, 16), "ABCDEFG,ABCDEFG,");
+    EXPECT_TRUE(whole.ends_with("ABCDEFG\n"));
+    EXPECT_EQ(at.Ask(0, "cal:sec:serial?"), "ABCDEFG\n");
+}
+
+TEST(Fault, All_replies_are_long_from_a_call_on_and_each_has_an_end) {
+    BenchAtHand at("instrument A\nserial ABCDEFG\nlong from call 2\n");
+    for (int i = 0; i < 2; ++i) {
+        std::size_t size = at.Ask(0, "cal:sec:serial?").size();
+        while (at.status == kSuccessMaxCnt) size += at.Read(0).size();
+        EXPECT_LT(size, 101U * 1024);
+    }
+}
+
 TEST(Fault, Write_that_times_out_does_not_arrive) {
     BenchAtHand at("instrument A\ncard 2\ntime-out at call 1\n");
     EXPECT_EQ(at.Tell(0, "rout:scan:func 1,\"RES\"\n"), kErrorTimeOut);

@@ -102,10 +102,30 @@ TEST(Close, Of_a_session_ends_it) {
     EXPECT_TRUE(at.bench.OpenSessions().empty());
 }
 
-TEST(Attribute, Only_the_time_out_is_known) {
+TEST(Attribute, That_is_set_is_told_again) {
     BenchAtHand at("instrument A\n");
     EXPECT_EQ(at.bench.SetAttribute(at.sessions[0], kAttributeTimeOut, 300), kSuccess);
-    EXPECT_LT(at.bench.SetAttribute(at.sessions[0], 0x3FFF0038, 1), 0);
+    AttributeValue value;
+    EXPECT_EQ(at.bench.GetAttribute(at.sessions[0], kAttributeTimeOut, &value), kSuccess);
+    EXPECT_EQ(value, AttributeValue(std::uint32_t{300}));
+}
+
+TEST(Attribute, That_is_unknown_or_read_only_or_too_large_is_refused) {
+    BenchAtHand at("instrument GPIB0::5::INSTR\n");
+    EXPECT_EQ(at.bench.SetAttribute(at.sessions[0], 0x3FFFFFFF, 1), kErrorNoSuchAttribute);
+    EXPECT_EQ(at.bench.SetAttribute(at.sessions[0], 0x3FFF0172, 1), kErrorAttributeReadOnly);
+    EXPECT_EQ(at.bench.SetAttribute(at.sessions[0], kAttributeTermCharEnabled, 2), kErrorNoSuchAttributeState);
+    EXPECT_EQ(at.bench.SetAttribute(99, kAttributeTimeOut, 1), kErrorInvObject);
+}
+
+TEST(Attribute, Termination_character_ends_a_read_and_leaves_what_is_behind_it) {
+    BenchAtHand at("instrument A\nserial \"1;2\"\n");
+    at.bench.SetAttribute(at.sessions[0], kAttributeTermChar, ';');
+    at.bench.SetAttribute(at.sessions[0], kAttributeTermCharEnabled, 1);
+    EXPECT_EQ(at.Ask(0, "cal:sec:serial?"), "1;");
+    EXPECT_EQ(at.status, kSuccessTermChar);
+    EXPECT_EQ(at.Read(0), "2\n");
+    EXPECT_EQ(at.status, kSuccess);
 }
 
 TEST(Attribute, Time_out_is_what_a_vain_read_waits) {

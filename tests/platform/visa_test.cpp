@@ -231,4 +231,20 @@ TEST(VisaLoader, Library_without_the_entry_points_gives_an_empty_table) {
     EXPECT_EQ(LoadVisa({"libm.so.6"}).viClose, nullptr);
 }
 
+TEST(VisaLoader, Library_that_lacks_a_single_entry_point_is_not_used_at_all) {
+    const VisaEntryPoints table = LoadVisa({VANTREL_INCOMPLETE_VISA});
+    EXPECT_EQ(table.viOpenDefaultRM, nullptr);
+    EXPECT_EQ(table.viRead, nullptr);
+}
+
+TEST(VisaLoader, Next_library_is_taken_where_one_is_incomplete) {
+    const VisaEntryPoints table = LoadVisa({VANTREL_INCOMPLETE_VISA, VANTREL_WHOLE_VISA});
+    ASSERT_NE(table.viClose, nullptr);
+    UseVisa(table);
+    ViSession manager = 0;
+    EXPECT_EQ(viOpenDefaultRM(&manager), kViSuccess);
+    EXPECT_NE(manager, 0U);
+    EXPECT_EQ(viClose(manager), kViSuccess);
+}
+
 }  // namespace
