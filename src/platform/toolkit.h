@@ -569,6 +569,19 @@ public:
     void Line(float x, float y, float dx, float dy, Colour colour);
     /// Background and lines, at the background's size; also the widget's property `picture`.
     vantrel::Picture Image() const;
+
+    /// While one lives, what is drawn comes onto the screen in the yields, but only once in a frame of 16 ms. Where it
+    /// ends, the rest comes at once.
+    class Frames {
+    public:
+        explicit Frames(PictureBox& surface);
+        ~Frames();
+        Frames(const Frames&) = delete;
+        Frames& operator=(const Frames&) = delete;
+
+    private:
+        QWidget* widget_;
+    };
 };
 
 class Menu {

@@ -97,6 +97,7 @@ void Draw_Channel(Integer dev, Integer ch, Unusable_Settings& unusable) {
 }  // namespace
 
 void Draw_Trend() {
+    const PictureBox::Frames frames(The<Form1>().draw_pic);
     The<Form1>().draw_pic.Cls();
     Unusable_Settings unusable;
     for (const Integer dev : Each(DeviceCount))

@@ -92,6 +92,7 @@ void Record_View_Draw::Take_Range() {
 }
 
 void Record_View_Draw::Draw_Rows(int draw, double y_scale) {
+    const PictureBox::Frames frames(draw_pic);
     Database database = Record_Db;  // another record may be chosen meanwhile
     const double x_step = static_cast<double>(draw_pic.Width()) / (Row_Last - Row_First);
     const double base = static_cast<double>(draw_pic.Height()) / 2;

@@ -1,11 +1,15 @@
 #include "platform/qt/text.h"
 #include "platform/toolkit.h"
 
+#include <QBasicTimer>
 #include <QImage>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <span>
 
 namespace vantrel {
 
@@ -25,23 +29,33 @@ public:
         image_.setDevicePixelRatio(scale);
         image_.fill(Qt::white);
         for (const Drawing::Fill& fill : background.fills) Fill(fill);
+        background_ = image_;
     }
 
     const QImage& Image() const { return image_; }
     double Scale() const { return scale_; }
 
-    /// Every pixel along the longer axis, at the nearest place on the other one: the same pixels, whatever is cut off.
-    void Draw(const PixelLine& line) {
-        const double dx = line.x1 - line.x0;
-        const double dy = line.y1 - line.y0;
-        if (std::abs(dx) >= std::abs(dy))
-            Walk(line.x0, line.x1, line.y0, dx == 0 ? 0 : dy / dx, image_.width(),
-                 [&](int x, int y) { Dot(x, y, line.colour); });
-        else
-            Walk(line.y0, line.y1, line.x0, dx / dy, image_.height(), [&](int y, int x) { Dot(x, y, line.colour); });
+    void Clear() { std::memcpy(image_.bits(), background_.constBits(), std::size_t(image_.sizeInBytes())); }
+
+    void Draw(std::span<const PixelLine> lines) {
+        if (lines.empty()) return;
+        const Pixels pixels{reinterpret_cast<QRgb*>(image_.bits()), image_.width(), image_.height()};
+        for (const PixelLine& line : lines) {
+            if (pen_ == 1)
+                Draw(pixels, line, [&](int x, int y) { pixels.Row(y)[x] = line.colour; });
+            else
+                Draw(pixels, line, [&](double x, double y) { Dot(pixels, std::floor(x), std::floor(y), line.colour); });
+        }
     }
 
 private:
+    /// The pixels of a picture, row by row.
+    struct Pixels {
+        QRgb* first;
+        int width, height;
+        QRgb* Row(int y) const { return first + std::ptrdiff_t{y} * width; }
+    };
+
     int At(int pixel) const { return static_cast<int>(std::lround(pixel * scale_)); }
 
     void Fill(const Drawing::Fill& fill) {
@@ -54,30 +68,47 @@ private:
         }
     }
 
+    /// Every pixel along the longer axis, at the nearest place on the other one: the same pixels, whatever is cut off.
     template <class DotRoutine>
-    void Walk(double from, double to, double across, double slope, int end, const DotRoutine& dot) const {
-        const double start = std::round(from * scale_);
-        const double stop = std::round(to * scale_);
-        const double base = std::round(across * scale_);
-        const int first = static_cast<int>(std::clamp<double>(std::min(start, stop), -pen_, end));
-        const int last = static_cast<int>(std::clamp<double>(std::max(start, stop), -pen_ - 1, end - 1));
+    void Draw(const Pixels& pixels, const PixelLine& line, const DotRoutine& dot) const {
+        const double dx = line.x1 - line.x0;
+        const double dy = line.y1 - line.y0;
+        if (std::abs(dx) >= std::abs(dy))
+            Walk(line.x0, line.x1, line.y0, dx == 0 ? 0 : dy / dx, pixels.width, pixels.height, dot);
+        else
+            Walk(line.y0, line.y1, line.x0, dx / dy, pixels.height, pixels.width,
+                 [&](auto y, auto x) { dot(x, y); });
+    }
+
+    /// Hands over each place, along and across the longer axis, at which a dot meets a picture of `end` by `end_across`
+    /// pixels. The one across is still to be rounded down.
+    template <class DotRoutine>
+    void Walk(double from, double to, double across, double slope, int end, int end_across,
+              const DotRoutine& dot) const {
+        const double start = Scaled(from);
+        const double stop = Scaled(to);
+        const double base = Scaled(across);
+        const int first = static_cast<int>(std::clamp<double>(std::min(start, stop), 1 - pen_, end));
+        const int last = static_cast<int>(std::clamp<double>(std::max(start, stop), -pen_, end - 1));
         for (int at = first; at <= last; ++at) {
-            const double place = std::floor(base + (at - start) * slope + 0.5);
-            if (std::abs(place) < kFar) dot(at, static_cast<int>(place));
+            const double place = base + (at - start) * slope + 0.5;
+            if (place >= 1 - pen_ && place < end_across) dot(at, place);
         }
     }
 
-    void Dot(int x, int y, QRgb colour) {
-        if (x + pen_ <= 0 || y + pen_ <= 0 || x >= image_.width() || y >= image_.height()) return;
-        for (int row = std::max(y, 0); row < std::min(y + pen_, image_.height()); ++row) {
-            auto* pixels = reinterpret_cast<QRgb*>(image_.scanLine(row));
-            for (int col = std::max(x, 0); col < std::min(x + pen_, image_.width()); ++col) pixels[col] = colour;
-        }
+    double Scaled(double pixel) const { return scale_ == 1 ? pixel : std::round(pixel * scale_); }
+
+    void Dot(const Pixels& pixels, double left, double top, QRgb colour) const {
+        const int x = static_cast<int>(left);
+        const int y = static_cast<int>(top);
+        for (int row = std::max(y, 0); row < std::min(y + pen_, pixels.height); ++row)
+            for (int col = std::max(x, 0); col < std::min(x + pen_, pixels.width); ++col)
+                pixels.Row(row)[col] = colour;
     }
 
-    static constexpr double kFar = 1e6;  // beyond any screen, well inside an int
     double scale_;
     int pen_;
+    QImage background_;
     QImage image_;
 };
 
@@ -94,40 +125,52 @@ public:
 
     void KeepLines(std::size_t count) {
         if (count < lines_.size()) lines_.resize(count);
-        canvas_.reset();
-        update();
+        if (canvas_) canvas_->Clear();
+        drawn_ = 0;
+        Changed();
     }
 
     void Add(const PixelLine& line) {
         lines_.push_back(line);
-        const QRect touched = touched_ | Surroundings(line);
-        if (touched == touched_) return;
-        touched_ = touched;
-        update(touched_);
+        Changed();
+    }
+
+    void BeginDrawing() {
+        if (drawings_++ == 0) frame_.start(kFrameMs, this);
+    }
+
+    void EndDrawing() {
+        if (--drawings_ > 0) return;
+        frame_.stop();
+        repaint();
     }
 
     QImage Picture() {
-        if (canvas_ && canvas_->Scale() == 1) return Drawn(1).Image();
+        if (!canvas_ || canvas_->Scale() == 1) return Drawn(1).Image();
         Canvas plain(background_, 1);
-        for (const PixelLine& line : lines_) plain.Draw(line);
+        plain.Draw(lines_);
         return plain.Image();
     }
 
 protected:
-    void paintEvent(QPaintEvent*) override {
-        touched_ = {};
+    void paintEvent(QPaintEvent* event) override {
+        const QImage& image = Drawn(devicePixelRatioF()).Image();
+        const QRect covered(0, 0, int(image.width() / image.devicePixelRatio()),
+                            int(image.height() / image.devicePixelRatio()));
         QPainter painter(this);
-        painter.fillRect(rect(), palette().window());
-        painter.drawImage(QPoint(0, 0), Drawn(devicePixelRatioF()).Image());
+        for (const QRect& beside : event->region() - covered) painter.fillRect(beside, palette().window());
+        painter.drawImage(QPoint(0, 0), image);
+    }
+
+    void timerEvent(QTimerEvent* event) override {
+        if (event->timerId() == frame_.timerId()) update();
     }
 
 private:
-    /// The part of the widget that a line can have touched.
-    QRect Surroundings(const PixelLine& line) const {
-        const auto within = [](double at, int end) { return static_cast<int>(std::clamp<double>(at, -1, end)); };
-        const QPoint from(within(std::min(line.x0, line.x1), width()), within(std::min(line.y0, line.y1), height()));
-        const QPoint to(within(std::max(line.x0, line.x1), width()), within(std::max(line.y0, line.y1), height()));
-        return QRect(from, to).adjusted(-1, -1, 1, 1);
+    static constexpr int kFrameMs = 16;
+
+    void Changed() {
+        if (drawings_ == 0) update();
     }
 
     /// The canvas at `scale`, with the lines that came since it was last asked for.
@@ -136,7 +179,8 @@ private:
             canvas_ = std::make_unique<Canvas>(background_, scale);
             drawn_ = 0;
         }
-        for (; drawn_ < lines_.size(); ++drawn_) canvas_->Draw(lines_[drawn_]);
+        canvas_->Draw(std::span(lines_).subspan(drawn_));
+        drawn_ = lines_.size();
         return *canvas_;
     }
 
@@ -144,7 +188,8 @@ private:
     std::vector<PixelLine> lines_;
     std::unique_ptr<Canvas> canvas_;
     std::size_t drawn_ = 0;  // lines that are on the canvas
-    QRect touched_;          // by lines since the last painting
+    int drawings_ = 0;       // that are going on
+    QBasicTimer frame_;      // while there are any
 };
 
 PlotWidget& PlotOf(QWidget* widget) { return *static_cast<PlotWidget*>(widget); }
@@ -186,15 +231,16 @@ void PictureBox::Line(float x, float y, float dx, float dy, Colour colour) {
     SetCurrent(end_x, end_y);
 }
 
+PictureBox::Frames::Frames(PictureBox& surface) : widget_(surface.widget_) { PlotOf(widget_).BeginDrawing(); }
+
+PictureBox::Frames::~Frames() { PlotOf(widget_).EndDrawing(); }
+
 Picture PictureBox::Image() const {
     const QImage image = PlotOf(widget_).Picture();
-    vantrel::Picture picture{image.width(), image.height(), {}};
-    picture.pixels.reserve(static_cast<std::size_t>(image.width()) * static_cast<std::size_t>(image.height()));
-    for (int row = 0; row < image.height(); ++row) {
-        const auto* pixels = reinterpret_cast<const QRgb*>(image.constScanLine(row));
-        for (int col = 0; col < image.width(); ++col)
-            picture.pixels.push_back(RGB(qRed(pixels[col]), qGreen(pixels[col]), qBlue(pixels[col])));
-    }
+    const std::span pixels(reinterpret_cast<const QRgb*>(image.constBits()), std::size_t(image.sizeInBytes()) / 4);
+    vantrel::Picture picture{image.width(), image.height(), std::vector<Colour>(pixels.size())};
+    std::ranges::transform(pixels, picture.pixels.begin(),
+                           [](QRgb pixel) { return RGB(qRed(pixel), qGreen(pixel), qBlue(pixel)); });
     return picture;
 }
 
