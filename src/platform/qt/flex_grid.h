@@ -4,10 +4,14 @@
 #include "platform/picture.h"
 
 #include <QAbstractTableModel>
+#include <QCache>
+#include <QFont>
+#include <QStaticText>
 #include <QTableView>
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vantrel {
@@ -67,6 +71,9 @@ public:
     void SetScrollBars(bool shown);
     /// Row and column sizes in pixels have changed, or the fixed cells.
     void Refresh();
+    /// Draws `text` narrower where it would not fit; what does not fit even so ends in an ellipsis, not in a shorter
+    /// number.
+    void DrawFitting(QPainter& painter, const QRect& cell, Qt::Alignment alignment, const QString& text) const;
 
 signals:
     void Clicked(int row, int col);
@@ -95,13 +102,26 @@ private:
     /// Where a column stands on the screen; a fixed one does not scroll.
     int ColumnAt(int col) const;
     int RowAt(int row) const;
-    void DrawRow(QPainter& painter, int row, int first_col, int last_col) const;
+    /// The cells from `first_col` to `last_col` of a row that lie in `part`.
+    void DrawRow(QPainter& painter, const QRect& part, int row, int first_col, int last_col) const;
+    /// The place of a cell on the screen, up to column `end_col`.
+    QRect BoxOf(int row, int col, int end_col) const;
     void DrawCell(QPainter& painter, const QRect& box, int row, int col) const;
     void CopySelection() const;
+
+    /// A text as it is drawn in a room of a certain width.
+    struct Fitted {
+        QFont font;
+        QString text;
+        QStaticText laid_out;
+    };
+    const Fitted& Fit(const QString& text, int width) const;
 
     GridModel* cells_;
     std::vector<bool> merged_;
     bool scrolls_ = true;
+    static constexpr int kTextsKept = 500;  // more than are in sight at a time
+    mutable QCache<std::pair<QString, int>, Fitted> fitted_{kTextsKept};
 };
 
 }  // namespace vantrel

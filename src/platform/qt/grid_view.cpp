@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
@@ -20,15 +21,6 @@ namespace {
 
 constexpr int kCellMargin = 2;
 const QColor kGridLine(208, 208, 208);
-
-/// Draws `text` narrower where it would not fit; what does not fit even so ends in an ellipsis, not in a shorter
-/// number.
-void DrawFitting(QPainter& painter, const QRect& cell, int alignment, const QFont& font, const QString& text) {
-    const QRect room = cell.adjusted(kCellMargin, 0, -kCellMargin, 0);
-    painter.setFont(FittingFont(font, text, room.width()));
-    const QString shown = painter.fontMetrics().elidedText(text, Qt::ElideRight, room.width());
-    painter.drawText(room, alignment | Qt::AlignVCenter | Qt::TextSingleLine, shown);
-}
 
 /// A cell's text without what would break the line of its row: the last reading of a scan ends in a line feed.
 QString OnOneLine(QString text) { return text.remove('\r').remove('\n').replace('\t', ' '); }
@@ -47,7 +39,7 @@ public:
         if (colour.isValid()) ink = index.data(Qt::ForegroundRole).value<QColor>();
         const QString text = index.data(Qt::DisplayRole).toString();
         painter->setPen(ink);
-        DrawFitting(*painter, option.rect, Qt::AlignLeft, option.font, text);
+        static_cast<const GridView*>(parent())->DrawFitting(*painter, option.rect, Qt::AlignLeft, text);
         if (!(option.state & QStyle::State_HasFocus)) return;
         painter->setPen(QPen(ink, 1, Qt::DotLine));
         painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
@@ -80,6 +72,34 @@ GridView::GridView(GridModel* model) : cells_(model) {
 }
 
 void GridView::Refresh() { viewport()->update(); }
+
+const GridView::Fitted& GridView::Fit(const QString& text, int width) const {
+    const std::pair key(text, width);
+    if (const Fitted* known = fitted_.object(key)) return *known;
+    auto* fitted = new Fitted{FittingFont(font(), text, width), {}, {}};
+    fitted->text = QFontMetrics(fitted->font).elidedText(text, Qt::ElideRight, width);
+    fitted->laid_out.setTextFormat(Qt::PlainText);
+    fitted->laid_out.setText(QString(fitted->text).replace(QRegularExpression("[\\r\\n\\t]"), " "));
+    fitted->laid_out.prepare({}, fitted->font);
+    fitted_.insert(key, fitted);
+    return *fitted;
+}
+
+void GridView::DrawFitting(QPainter& painter, const QRect& cell, Qt::Alignment alignment, const QString& text) const {
+    if (text.isEmpty()) return;
+    const QRect room = cell.adjusted(kCellMargin, 0, -kCellMargin, 0);
+    const Fitted& fitted = Fit(text, room.width());
+    painter.setFont(fitted.font);
+    const QSizeF needed = fitted.laid_out.size();
+    const double spare = room.width() - needed.width();
+    if (spare >= 0 && needed.height() <= room.height()) {
+        const double indent = alignment & Qt::AlignHCenter ? spare / 2 : 0;
+        painter.drawStaticText(QPointF(room.left() + indent, room.top() + (room.height() - needed.height()) / 2),
+                               fitted.laid_out);
+    } else {
+        painter.drawText(room, int(alignment | Qt::AlignVCenter) | Qt::TextSingleLine, fitted.text);
+    }
+}
 
 void GridView::SetMergeRow(int row, bool merge) {
     const auto at = static_cast<std::size_t>(row);
@@ -148,7 +168,7 @@ void GridView::paintEvent(QPaintEvent* event) {
     const auto rows_in = [&](const QRect& part, int from, int to, int col_from, int col_to, bool fixed) {
         painter.setClipRect(part);
         for (int row = std::max(from, 0); row <= to; ++row)
-            if (fixed || IsMerged(row)) DrawRow(painter, row, col_from, col_to);
+            if (fixed || IsMerged(row)) DrawRow(painter, event->rect() & part, row, col_from, col_to);
     };
     const int fixed_rows = std::min(cells_->fixed_rows, cells_->rowCount());
     const int fixed_cols = std::min(cells_->fixed_cols, cells_->columnCount());
@@ -161,16 +181,20 @@ void GridView::paintEvent(QPaintEvent* event) {
     painter.drawRect(all.adjusted(0, 0, -1, -1));
 }
 
-void GridView::DrawRow(QPainter& painter, int row, int first_col, int last_col) const {
+void GridView::DrawRow(QPainter& painter, const QRect& part, int row, int first_col, int last_col) const {
     for (int col = first_col; col <= last_col;) {
         int end = col;
         if (IsMerged(row))
             while (end < last_col && cells_->Text(row, end + 1) == cells_->Text(row, col)) ++end;
-        const int left = ColumnAt(col);
-        const QRect box(left, RowAt(row), ColumnAt(end) + columnWidth(end) - left, rowHeight(row));
-        if (box.intersects(viewport()->rect())) DrawCell(painter, box, row, col);
+        const QRect box = BoxOf(row, col, end);
+        if (box.intersects(part)) DrawCell(painter, box, row, col);
         col = end + 1;
     }
+}
+
+QRect GridView::BoxOf(int row, int col, int end_col) const {
+    const int left = ColumnAt(col);
+    return {left, RowAt(row), ColumnAt(end_col) + columnWidth(end_col) - left, rowHeight(row)};
 }
 
 void GridView::DrawCell(QPainter& painter, const QRect& box, int row, int col) const {
@@ -184,13 +208,17 @@ void GridView::DrawCell(QPainter& painter, const QRect& box, int row, int col) c
     // The text of a wide band stays in sight when the band is scrolled.
     const QRect seen = box & painter.clipBoundingRect().toRect();
     painter.setPen(qGray(back.rgb()) < 110 ? Qt::white : palette().color(QPalette::Text));
-    DrawFitting(painter, IsMerged(row) ? seen : box, static_cast<int>(cells_->Alignment(row, col).toInt()), font(),
-                ToQt(cells_->Text(row, col)));
+    DrawFitting(painter, IsMerged(row) ? seen : box, cells_->Alignment(row, col), ToQt(cells_->Text(row, col)));
 }
 
 void GridView::dataChanged(const QModelIndex& top_left, const QModelIndex& bottom_right, const QList<int>& roles) {
     QTableView::dataChanged(top_left, bottom_right, roles);
-    if (cells_->IsFixed(top_left.row(), top_left.column()) || IsMerged(top_left.row())) viewport()->update();
+    const int row = top_left.row();
+    const int col = top_left.column();
+    if (top_left != bottom_right || IsMerged(row))
+        viewport()->update();
+    else if (cells_->IsFixed(row, col))
+        viewport()->update(BoxOf(row, col, col));
 }
 
 // Whoever looks at the end of a growing list goes on looking at its end.

@@ -89,6 +89,7 @@ Label::Label(const Place& place, const std::string& name, const Box& box, const 
 std::string Label::Caption() const { return FromQt(LabelOf(widget_).text()); }
 
 void Label::SetCaption(const std::string& caption) {
+    if (!caption.empty() && caption == Caption()) return;
     LabelOf(widget_).setText(ToQt(caption));
     // Else a screen reader would give a colour swatch the caption of its frame.
     widget_->setAccessibleName(caption.empty() ? widget_->objectName() : QString());

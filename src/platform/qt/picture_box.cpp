@@ -42,9 +42,10 @@ public:
         const Pixels pixels{reinterpret_cast<QRgb*>(image_.bits()), image_.width(), image_.height()};
         for (const PixelLine& line : lines) {
             if (pen_ == 1)
-                Draw(pixels, line, [&](int x, int y) { pixels.Row(y)[x] = line.colour; });
+                Draw(pixels, line, [&](auto x, auto y) { pixels.Row(int(y))[int(x)] = line.colour; });
             else
-                Draw(pixels, line, [&](double x, double y) { Dot(pixels, std::floor(x), std::floor(y), line.colour); });
+                Draw(pixels, line,
+                     [&](auto x, auto y) { Dot(pixels, int(std::floor(x)), int(std::floor(y)), line.colour); });
         }
     }
 
@@ -76,8 +77,7 @@ private:
         if (std::abs(dx) >= std::abs(dy))
             Walk(line.x0, line.x1, line.y0, dx == 0 ? 0 : dy / dx, pixels.width, pixels.height, dot);
         else
-            Walk(line.y0, line.y1, line.x0, dx / dy, pixels.height, pixels.width,
-                 [&](auto y, auto x) { dot(x, y); });
+            Walk(line.y0, line.y1, line.x0, dx / dy, pixels.height, pixels.width, [&](auto y, auto x) { dot(x, y); });
     }
 
     /// Hands over each place, along and across the longer axis, at which a dot meets a picture of `end` by `end_across`
@@ -98,12 +98,9 @@ private:
 
     double Scaled(double pixel) const { return scale_ == 1 ? pixel : std::round(pixel * scale_); }
 
-    void Dot(const Pixels& pixels, double left, double top, QRgb colour) const {
-        const int x = static_cast<int>(left);
-        const int y = static_cast<int>(top);
+    void Dot(const Pixels& pixels, int x, int y, QRgb colour) const {
         for (int row = std::max(y, 0); row < std::min(y + pen_, pixels.height); ++row)
-            for (int col = std::max(x, 0); col < std::min(x + pen_, pixels.width); ++col)
-                pixels.Row(row)[col] = colour;
+            for (int col = std::max(x, 0); col < std::min(x + pen_, pixels.width); ++col) pixels.Row(row)[col] = colour;
     }
 
     double scale_;

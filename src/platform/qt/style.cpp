@@ -8,6 +8,8 @@
 #include <QStyleOptionComboBox>
 #include <QStyleOptionGroupBox>
 #include <QTabWidget>
+#include <algorithm>
+#include <vector>
 
 namespace vantrel {
 
@@ -150,11 +152,30 @@ void ApplyLook(QApplication& application) {
     application.setEffectEnabled(Qt::UI_AnimateCombo, false);
 }
 
-QFont FittingFont(QFont font, const QString& text, int width) {
+namespace {
+
+/// `font`, and the same at every width that it is narrowed to, the widest first. Kept, for a font that is made anew has
+/// to be looked up before it measures anything.
+const std::vector<QFont>& Narrowing(const QFont& font) {
+    static std::vector<QFont> fonts;
+    if (fonts.empty() || fonts.front() != font) {
+        fonts = {font};
+        for (int percent = 95; percent >= kNarrowest; percent -= 5) {
+            fonts.push_back(font);
+            fonts.back().setStretch(percent);
+        }
+    }
+    return fonts;
+}
+
+}  // namespace
+
+QFont FittingFont(const QFont& font, const QString& text, int width) {
+    const std::vector<QFont>& fonts = Narrowing(font);
     // Exactly, not in whole pixels: a text that is a fraction of one too wide would end in an ellipsis.
-    for (int percent = 95; percent >= kNarrowest && QFontMetricsF(font).horizontalAdvance(text) > width; percent -= 5)
-        font.setStretch(percent);
-    return font;
+    const auto fits = [&](const QFont& one) { return QFontMetricsF(one).horizontalAdvance(text) <= width; };
+    const auto widest = std::find_if(fonts.begin(), fonts.end() - 1, fits);
+    return widest == fonts.begin() ? font : *widest;
 }
 
 QFont FittingFont(QFont font, const QString& text, const QRect& box) {

@@ -16,7 +16,7 @@ inline constexpr int kTabStripPixels = 24;
 void ApplyLook(QApplication& application);
 
 /// `font`, drawn narrower where `text` would not fit into `width` pixels otherwise.
-QFont FittingFont(QFont font, const QString& text, int width);
+QFont FittingFont(const QFont& font, const QString& text, int width);
 /// The same for a text that wraps inside `box`.
 QFont FittingFont(QFont font, const QString& text, const QRect& box);
 
