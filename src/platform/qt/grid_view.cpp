@@ -49,8 +49,6 @@ public:
 }  // namespace
 
 GridView::GridView(GridModel* model) : cells_(model) {
-    model->setParent(this);
-    setModel(model);
     setItemDelegate(new CellDelegate(this));
     setFrameShape(QFrame::NoFrame);
     setShowGrid(true);
@@ -69,6 +67,9 @@ GridView::GridView(GridModel* model) : cells_(model) {
     }
     horizontalScrollBar()->setSingleStep(24);
     verticalScrollBar()->setSingleStep(16);
+    // Last, so that headings that are never shown are not measured.
+    model->setParent(this);
+    setModel(model);
 }
 
 void GridView::Refresh() { viewport()->update(); }
