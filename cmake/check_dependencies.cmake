@@ -1,4 +1,5 @@
 # Fails when an include breaks the layout: which folder may include which, and which library belongs to which folder.
+# Fails, too, when a window declares a Form_ routine without "override": misspelt, it would never run.
 #   cmake -D SOURCE_DIR=... -P check_dependencies.cmake
 cmake_minimum_required(VERSION 3.25)
 
@@ -49,6 +50,14 @@ foreach(file ${files})
       list(APPEND faults "src/${file}: only platform/os knows which operating system it is")
     endif()
   endforeach()
+  if(folder STREQUAL windows)
+    file(STRINGS ${SOURCE_DIR}/src/${file} routines REGEX "^ *(virtual )?void Form_")
+    foreach(line ${routines})
+      if(NOT line MATCHES "\\) override")
+        list(APPEND faults "src/${file}: a Form_ routine overrides one of Window")
+      endif()
+    endforeach()
+  endif()
 endforeach()
 
 file(GLOB_RECURSE programs RELATIVE ${SOURCE_DIR} ${SOURCE_DIR}/src/*.cpp ${SOURCE_DIR}/src/*.h

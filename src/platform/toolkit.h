@@ -89,21 +89,26 @@ struct Size {
 };
 
 /// What every window is made of. A window of the program is a struct on top of it that holds its controls as members
-/// and has some of these routines, each run through the dispatcher where an event causes it:
-///   void Form_Load()      when the object comes into being, before whoever touched it goes on
-///   void Form_Activate()  when it is shown, or becomes the active window after another window of the program (a
-///                         message box is none)
-///   void Form_Unload()    when it is unloaded after having been shown, whatever unloads it
-///   void Form_CloseBox()  instead of unloading, when its close box (or Escape in a dialog) is pressed
+/// and overrides those of the four Form_ routines that it needs. Where an event causes one, the dispatcher runs it.
 class Window {
 public:
     enum Kind { kMain, kDialog };
 
     /// `client`: size of the client area, without a menu bar.
     Window(const std::string& name, const std::string& caption, Size client, Kind kind = kDialog);
-    ~Window();
+    virtual ~Window();
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
+
+    /// Runs when the object comes into being, before whoever touched it goes on.
+    virtual void Form_Load() {}
+    /// Runs when it is shown, or becomes the active window after another window of the program (a message box does not
+    /// count).
+    virtual void Form_Activate() {}
+    /// Runs when it is unloaded after having been shown, whatever unloads it.
+    virtual void Form_Unload() {}
+    /// Runs when its close box (or Escape in a dialog) is pressed. Unloads it.
+    virtual void Form_CloseBox() { unload_(); }
 
     /// Shows it as an ordinary window, or brings it to the front.
     void Show();
@@ -128,20 +133,10 @@ private:
     friend class Menu;
     friend class MenuItem;
 
-    struct Routines {
-        Handler unload;     ///< Unload<W>
-        Handler activate;   ///< Form_Activate, if it has one
-        Handler close_box;  ///< Form_CloseBox, if it has one
-    };
-    /// Called once by The(): the object that keeps the window alive, and its routines.
-    void Adopt(std::weak_ptr<Window> self, Routines routines);
-    /// Takes the frame off the screen for good.
-    void Dismiss();
-
     QWidget* frame_;
     QWidget* client_;
-    std::weak_ptr<Window> self_;
-    Routines routines_;
+    std::weak_ptr<Window> self_;  ///< what The() keeps it alive by
+    Handler unload_;              ///< Unload<W> of its own type
     std::shared_ptr<class SystemMenu> system_menu_;
     bool is_main_;
     bool was_shown_ = false;
@@ -162,15 +157,13 @@ std::shared_ptr<W>& Slot() {
 /// using the object until it returns.
 template <class W>
 void Unload() {
-    std::shared_ptr<W> window = detail::Slot<W>();
+    const std::shared_ptr<Window> window = detail::Slot<W>();
     if (!window || window->unloading_) return;
     window->unloading_ = true;
-    if constexpr (requires { window->Form_Unload(); }) {
-        if (window->was_shown_) window->Form_Unload();
-    }
+    if (window->was_shown_) window->Form_Unload();
     // The main window lives as long as the process: a run that is still going on must not meet a new one.
     if (!window->is_main_) detail::Slot<W>().reset();
-    window->Dismiss();
+    window->Hide();
 }
 
 /// True while window W has an object, shown or not.
@@ -183,18 +176,15 @@ bool IsLoaded() {
 template <class W>
 W& The() {
     if (const std::shared_ptr<W>& window = detail::Slot<W>()) return *window;
-    auto window = std::make_shared<W>();
-    detail::Slot<W>() = window;
-    Window::Routines routines;
-    routines.unload = [] { Unload<W>(); };
-    if constexpr (requires { window->Form_Activate(); }) routines.activate = [w = window.get()] { w->Form_Activate(); };
-    if constexpr (requires { window->Form_CloseBox(); })
-        routines.close_box = [w = window.get()] { w->Form_CloseBox(); };
-    window->Adopt(window, std::move(routines));
-    if constexpr (requires { window->Form_Load(); }) window->Form_Load();
+    const auto made = std::make_shared<W>();
+    detail::Slot<W>() = made;
+    Window& window = *made;
+    window.self_ = made;
+    window.unload_ = Unload<W>;
+    window.Form_Load();
     // A load step that yields lets a handler unload the window again.
-    if (detail::Slot<W>() != window) return The<W>();
-    return *window;
+    if (detail::Slot<W>() != made) return The<W>();
+    return *made;
 }
 
 // ------------------------------------------------------------------------------------------------------- system menu

@@ -19,8 +19,8 @@ struct Connect : Window {
     /// Model of each discovery row, out of its identification.
     Table<std::string, 7> DeviceModel;
 
-    void Form_Load();
-    void Form_CloseBox();
+    void Form_Load() override;
+    void Form_CloseBox() override;
     void Command1_Click();  ///< Find
     void Command2_Click();  ///< EXIT: takes the ticked rows as devices
 

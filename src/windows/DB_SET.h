@@ -12,8 +12,8 @@ struct DB_SET : Window {
     ControlArray<ComboBox, 4> Combo1{*this, "Combo1", {2580, 480, 2580, 315}};
     CommandButton OK{*this, "OK", {0, 2160, 5175, 495}, "OK"};
 
-    void Form_Load();
-    void Form_Activate();
+    void Form_Load() override;
+    void Form_Activate() override;
     void Combo1_Change(Integer index);
     void OK_Click();
 

@@ -17,7 +17,7 @@ struct DCI_ACI_SET : Window {
     Label Label1{*this, "Label1", {240, 840, 5655, 375}, "DCI , ACI = ( Measurement Volt / R ) + Offset"};
     CommandButton Command1{*this, "Command1", {120, 1320, 5775, 375}, "SET"};
 
-    void Form_Load();
+    void Form_Load() override;
     void Command1_Click();  ///< SET
 };
 

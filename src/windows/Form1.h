@@ -48,8 +48,8 @@ struct Form1 : Window {
     /// Rows of the latest scans of each device, never shown: what See Value is filled from when it loads.
     ControlArray<MSFlexGrid, 4> MSFlexGrid2{*this, "MSFlexGrid2", {0, 0, 15, 15}, 2, 22, 2, 2};
 
-    void Form_Load();
-    void Form_Unload();
+    void Form_Load() override;
+    void Form_Unload() override;
 
     // Run controls. Off and on, for all of them; or off but for those that view what there is.
     void Disable_All();

@@ -17,7 +17,7 @@ struct Form2 : Window {
     /// The cell that was clicked last, on whichever tab. An editor left open on another tab writes to it, too.
     Integer Edit_Col = 0, Edit_Row = 0;
 
-    void Form_Load();
+    void Form_Load() override;
     void MSFlexGrid1_Click(Integer tab);
     void Text1_Change(Integer tab);
     void Command1_Click();  ///< OK

@@ -25,8 +25,8 @@ struct Form3 : Window {
 
     Integer Dev_Index = 0;  ///< the chosen device, or -1
 
-    void Form_Load();
-    void Form_Unload();
+    void Form_Load() override;
+    void Form_Unload() override;
     void Combo_dev_Change();
     void Combo_chan_Click();
     void division_text_Change();

@@ -45,8 +45,8 @@ struct Record_View_Draw : Window {
     double Row_First = 0;  ///< of the range that is drawn
     double Row_Last = 0;
 
-    void Form_Load();
-    void Form_Unload();
+    void Form_Load() override;
+    void Form_Unload() override;
     void Combo_record_Click();
     void color_box_Click();
     void Command1_Click();  ///< Draw

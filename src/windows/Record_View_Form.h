@@ -26,7 +26,7 @@ struct Record_View_Form : Window {
     double RowTotal = 0;     ///< rows of the record at the last load
     std::string RecordFile;  ///< full path of the record on show
 
-    void Form_Load();
+    void Form_Load() override;
     void Command1_Click();  ///< Fresh: lists the records
     void Command2_Click();  ///< Open
     void Command3_Click();  ///< Deleted

@@ -32,9 +32,9 @@ struct Set_Dev : Window {
     Table<std::string, 5> Mode_Set;     ///< working scan modes, by discovery row
     Table<std::string, 5> Timer_Text;   ///< working scan timers, by device
 
-    void Form_Load();
-    void Form_Activate();
-    void Form_Unload();
+    void Form_Load() override;
+    void Form_Activate() override;
+    void Form_Unload() override;
     void Fill_Combos();
     void Combo1_dev_Change();
     void ch_Change(Integer Index);

@@ -34,9 +34,9 @@ struct Trial : Window {
     ControlArray<MSFlexGrid, 4> MSFlexGrid1{SSTab1, "MSFlexGrid1", {0, 360, 8000, 1640}, 6, 5, 2, 2};
     PictureBox draw_pic{*this, "draw_pic", {120, 4200, 13950, 4600}, TrialBackground()};
 
-    void Form_Load() { happened.push_back("load"); }
-    void Form_Activate() { happened.push_back("activate"); }
-    void Form_Unload() { happened.push_back("unload"); }
+    void Form_Load() override { happened.push_back("load"); }
+    void Form_Activate() override { happened.push_back("activate"); }
+    void Form_Unload() override { happened.push_back("unload"); }
 };
 
 }  // namespace vantrel

@@ -22,8 +22,8 @@ struct Other : Window {
     Other() : Window("Other", "Other window", {4000, 3000}) {}
     TextBox Text1{*this, "Text1", {100, 100, 1000, 285}};
     CommandButton Command1{*this, "Command1", {100, 500, 1000, 375}, "EXIT"};
-    void Form_Activate() { happened.push_back("other activate"); }
-    void Form_CloseBox() {
+    void Form_Activate() override { happened.push_back("other activate"); }
+    void Form_CloseBox() override {
         happened.push_back("close box");
         Hide();
     }
@@ -36,7 +36,7 @@ struct Main : Window {
     MenuItem n1{help, "n1", "-"};
     MenuItem exit_item{*this, "exit_item", "Exit"};
     CommandButton Command1{*this, "Command1", {100, 500, 1000, 375}, "Go"};
-    void Form_Unload() {
+    void Form_Unload() override {
         happened.push_back("main unload");
         std::fprintf(stderr, "main unload\n");
     }

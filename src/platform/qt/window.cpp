@@ -15,16 +15,11 @@ Window::Window(const std::string& name, const std::string& caption, Size client,
 
 Window::~Window() { FrameOf(frame_).Abandon(); }
 
-void Window::Adopt(std::weak_ptr<Window> self, Routines routines) {
-    self_ = std::move(self);
-    routines_ = std::move(routines);
-}
-
 void Window::Show() {
     if (unloading_) return;
     was_shown_ = true;
     WindowFrame& frame = FrameOf(frame_);
-    if ((frame.Appear(Qt::NonModal) || frame.ToFront()) && routines_.activate) routines_.activate();
+    if (frame.Appear(Qt::NonModal) || frame.ToFront()) Form_Activate();
 }
 
 void Window::ShowModal() {
@@ -33,13 +28,11 @@ void Window::ShowModal() {
     const std::shared_ptr<Window> alive = self_.lock();
     was_shown_ = true;
     FrameOf(frame_).Appear(Qt::ApplicationModal);
-    if (routines_.activate) routines_.activate();
+    Form_Activate();
     if (Visible()) FrameOf(frame_).WaitUntilGone();
 }
 
 void Window::Hide() { FrameOf(frame_).Vanish(); }
-
-void Window::Dismiss() { FrameOf(frame_).Vanish(); }
 
 bool Window::Visible() const { return frame_->isVisible(); }
 

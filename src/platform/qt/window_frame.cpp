@@ -152,7 +152,7 @@ void WindowFrame::Abandon() {
 }
 
 void WindowFrame::Unload() {
-    if (window_) Dispatcher::Run(*window_, window_->routines_.unload);
+    if (window_) Dispatcher::Run(*window_, window_->unload_);
 }
 
 bool WindowFrame::event(QEvent* event) {
@@ -166,7 +166,7 @@ void WindowFrame::Activated() {
     const bool blocked = modal && modal != this && !isModal();
     if (!window_ || blocked || !isVisible() || last_active == window_) return;
     NoteActive(this);
-    if (window_->routines_.activate) Dispatcher::Run(*window_, window_->routines_.activate);
+    Dispatcher::Run(*window_, [this] { window_->Form_Activate(); });
 }
 
 void WindowFrame::closeEvent(QCloseEvent* event) {
@@ -184,9 +184,7 @@ void WindowFrame::keyPressEvent(QKeyEvent* event) {
 }
 
 void WindowFrame::CloseBoxPressed() {
-    if (!window_ || !closable_) return;
-    const Window::Routines& routines = window_->routines_;
-    Dispatcher::Run(*window_, routines.close_box ? routines.close_box : routines.unload);
+    if (window_ && closable_) Dispatcher::Run(*window_, [this] { window_->Form_CloseBox(); });
 }
 
 void EndSession() {
