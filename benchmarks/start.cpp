@@ -1,5 +1,6 @@
 // From the program's start to its window on the screen, against a window with as many bare widgets at the same places.
 // Each start is a process of its own: this program itself, with an argument.
+#include "platform/toolkit/events.h"
 #include "ratio.h"
 #include "windows/Form1.h"
 #include "with_windows.h"

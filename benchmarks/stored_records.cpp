@@ -1,6 +1,7 @@
 // Looking at a stored record of 100,000 rows: a page of the browser, and a plot of 25,000 rows, against the bare
 // database library and bare painting.
 #include "against_limit.h"
+#include "platform/toolkit/events.h"
 #include "support/records.h"
 #include "support/temp_folder.h"
 #include "windows/Record_View_Draw.h"

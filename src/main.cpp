@@ -1,4 +1,4 @@
-#include "platform/toolkit.h"
+#include "platform/toolkit/events.h"
 #include "windows/Form1.h"
 
 int main() {

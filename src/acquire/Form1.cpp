@@ -1,6 +1,9 @@
 #include "windows/Form1.h"
 
 #include "acquire/live_tables.h"
+#include "platform/toolkit/desktop.h"
+#include "platform/toolkit/events.h"
+#include "platform/toolkit/system_menu.h"
 #include "plot/trend_scale.h"
 #include "setup/plan_readback.h"
 #include "state/shared.h"

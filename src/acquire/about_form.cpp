@@ -1,5 +1,7 @@
 #include "windows/about_form.h"
 
+#include "platform/toolkit/desktop.h"
+
 namespace vantrel {
 
 about_form::about_form() : Window("about_form", "About Orlane VANTREL", {5775, 2415}) {

@@ -1,5 +1,6 @@
 #include "acquire/live_tables.h"
 
+#include "platform/toolkit/desktop.h"
 #include "state/shared.h"
 #include "windows/DATA_Table.h"
 #include "windows/Form1.h"

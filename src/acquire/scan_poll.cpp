@@ -2,6 +2,7 @@
 
 #include "acquire/live_tables.h"
 #include "link/messaging.h"
+#include "platform/toolkit/events.h"
 #include "records/record_writer.h"
 #include "state/shared.h"
 #include "windows/Form1.h"

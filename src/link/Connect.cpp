@@ -1,5 +1,7 @@
 #include "windows/Connect.h"
 
+#include "platform/toolkit/desktop.h"
+#include "platform/toolkit/events.h"
 #include "state/shared.h"
 #include "windows/Form1.h"
 #include "windows/Form3.h"

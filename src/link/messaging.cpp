@@ -1,6 +1,7 @@
 #include "link/messaging.h"
 
 #include "platform/clock.h"
+#include "platform/toolkit/dialogs.h"
 #include "state/shared.h"
 #include "windows/Form1.h"
 

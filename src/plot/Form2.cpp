@@ -1,5 +1,7 @@
 #include "windows/Form2.h"
 
+#include "platform/toolkit/dialogs.h"
+#include "platform/toolkit/events.h"
 #include "state/shared.h"
 #include "windows/Form1.h"
 

@@ -1,5 +1,6 @@
 #include "windows/Form3.h"
 
+#include "platform/toolkit/dialogs.h"
 #include "records/record_assignment.h"
 #include "state/shared.h"
 #include "windows/Form1.h"

@@ -2,6 +2,8 @@
 
 #include "platform/files.h"
 #include "platform/text.h"
+#include "platform/toolkit/desktop.h"
+#include "platform/toolkit/dialogs.h"
 
 #include <algorithm>
 

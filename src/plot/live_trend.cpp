@@ -1,5 +1,6 @@
 #include "plot/live_trend.h"
 
+#include "platform/toolkit/events.h"
 #include "plot/trend_scale.h"
 #include "state/shared.h"
 #include "windows/Form1.h"

@@ -1,5 +1,7 @@
 // Draws a channel of a stored record, and reads its values back at the slider.
 
+#include "platform/toolkit/dialogs.h"
+#include "platform/toolkit/events.h"
 #include "plot/trend_scale.h"
 #include "records/record_store.h"
 #include "windows/Record_View_Draw.h"

@@ -1,7 +1,9 @@
 // The scale of the trend plot, and the one line-drawing operation.
 #pragma once
 
-#include "platform/toolkit.h"
+#include "platform/numbers.h"
+#include "platform/picture.h"
+#include "platform/toolkit/picture_box.h"
 
 namespace vantrel {
 

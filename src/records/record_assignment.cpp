@@ -1,5 +1,6 @@
 #include "records/record_assignment.h"
 
+#include "platform/toolkit/dialogs.h"
 #include "state/shared.h"
 
 namespace vantrel {

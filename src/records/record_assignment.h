@@ -1,7 +1,8 @@
 // Which record a device stores into: the rule that both dialogs with a record combo apply.
 #pragma once
 
-#include "platform/toolkit.h"
+#include "platform/numbers.h"
+#include "platform/toolkit/controls.h"
 
 #include <string>
 

@@ -1,5 +1,6 @@
 #include "records/record_writer.h"
 
+#include "platform/toolkit/events.h"
 #include "state/shared.h"
 #include "windows/Form1.h"
 

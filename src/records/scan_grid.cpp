@@ -1,5 +1,7 @@
 #include "records/scan_grid.h"
 
+#include "platform/numbers.h"
+
 namespace vantrel {
 
 namespace {

@@ -1,7 +1,7 @@
 // The grid of stored or recent scans, as See Value and the record browser show it.
 #pragma once
 
-#include "platform/toolkit.h"
+#include "platform/toolkit/grid.h"
 
 namespace vantrel {
 

@@ -1,5 +1,6 @@
 #include "windows/DCI_ACI_SET.h"
 
+#include "platform/toolkit/dialogs.h"
 #include "state/shared.h"
 
 namespace vantrel {

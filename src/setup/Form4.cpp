@@ -1,5 +1,8 @@
 #include "windows/Form4.h"
 
+#include "platform/numbers.h"
+#include "platform/toolkit/dialogs.h"
+
 namespace vantrel {
 
 namespace {

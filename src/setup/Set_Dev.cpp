@@ -1,5 +1,6 @@
 #include "windows/Set_Dev.h"
 
+#include "platform/toolkit/desktop.h"
 #include "setup/plan_readback.h"
 #include "setup/plan_writing.h"
 #include "state/shared.h"

@@ -1,6 +1,7 @@
 #include "setup/plan_writing.h"
 
 #include "link/messaging.h"
+#include "platform/toolkit/dialogs.h"
 #include "setup/plan_readback.h"
 #include "state/shared.h"
 #include "state/vocabulary.h"

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "platform/tables.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
+#include "platform/toolkit/grid.h"
+#include "platform/toolkit/window.h"
 
 namespace vantrel {
 

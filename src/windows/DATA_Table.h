@@ -1,7 +1,9 @@
 // See Value: a window with the rows of the latest scans, one tab for each device.
 #pragma once
 
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
+#include "platform/toolkit/grid.h"
+#include "platform/toolkit/window.h"
 
 namespace vantrel {
 

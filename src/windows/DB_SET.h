@@ -1,7 +1,10 @@
 // The dialog that says into which record each device stores its scans.
 #pragma once
 
-#include "platform/toolkit.h"
+#include "platform/numbers.h"
+#include "platform/toolkit/controls.h"
+#include "platform/toolkit/grid.h"
+#include "platform/toolkit/window.h"
 
 namespace vantrel {
 

@@ -1,7 +1,8 @@
 // The dialog that takes the shunt resistance and the offset of one current channel.
 #pragma once
 
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
+#include "platform/toolkit/window.h"
 
 namespace vantrel {
 

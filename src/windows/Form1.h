@@ -1,7 +1,12 @@
 // The main window: menu, toolbar, trend plot, device list, and one tab with a live table for each device.
 #pragma once
 
-#include "platform/toolkit.h"
+#include "platform/picture.h"
+#include "platform/toolkit/controls.h"
+#include "platform/toolkit/grid.h"
+#include "platform/toolkit/menu.h"
+#include "platform/toolkit/picture_box.h"
+#include "platform/toolkit/window.h"
 
 namespace vantrel {
 

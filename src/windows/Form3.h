@@ -1,7 +1,9 @@
 // Draw settings of one channel at a time: colour, division and offset.
 #pragma once
 
-#include "platform/toolkit.h"
+#include "platform/numbers.h"
+#include "platform/toolkit/controls.h"
+#include "platform/toolkit/window.h"
 
 namespace vantrel {
 

@@ -1,7 +1,8 @@
 // The read schedule: when a run starts, how it is paced and when it ends. The run reads the controls themselves.
 #pragma once
 
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
+#include "platform/toolkit/window.h"
 
 namespace vantrel {
 

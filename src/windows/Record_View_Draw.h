@@ -2,7 +2,10 @@
 #pragma once
 
 #include "platform/dbengine.h"
-#include "platform/toolkit.h"
+#include "platform/picture.h"
+#include "platform/toolkit/controls.h"
+#include "platform/toolkit/picture_box.h"
+#include "platform/toolkit/window.h"
 
 namespace vantrel {
 

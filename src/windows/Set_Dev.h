@@ -1,8 +1,11 @@
 // The scanner card dialog: function and sensor type of each channel, scan mode and timer of each instrument.
 #pragma once
 
+#include "platform/numbers.h"
 #include "platform/tables.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
+#include "platform/toolkit/grid.h"
+#include "platform/toolkit/window.h"
 
 namespace vantrel {
 

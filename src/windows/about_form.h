@@ -1,7 +1,8 @@
 // What the program is and who made it.
 #pragma once
 
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
+#include "platform/toolkit/window.h"
 
 namespace vantrel {
 

@@ -1,6 +1,7 @@
 // The live table of each device, and the running list of its latest scans.
 #include "acquire/live_tables.h"
 
+#include "platform/toolkit/desktop.h"
 #include "state/shared.h"
 #include "support/errors.h"
 #include "support/run_desk.h"

@@ -1,6 +1,7 @@
 // The main window: how it starts, what it opens, how the program ends.
 #include "platform/qt/application.h"
 #include "platform/qt/text.h"
+#include "platform/toolkit/system_menu.h"
 #include "platform/visa.h"
 #include "state/shared.h"
 #include "state/vocabulary.h"

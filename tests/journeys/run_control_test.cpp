@@ -1,6 +1,6 @@
 // What a person does while a run goes on.
 #include "platform/open_file.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/events.h"
 #include "state/shared.h"
 #include "support/run_desk.h"
 #include "windows/DATA_Table.h"

@@ -1,5 +1,6 @@
 // The Connect dialog at the screen, and what follows when it closes.
 #include "platform/qt/application.h"
+#include "platform/toolkit/events.h"
 #include "state/shared.h"
 #include "support/desk.h"
 #include "support/errors.h"

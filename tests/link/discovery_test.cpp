@@ -1,4 +1,5 @@
 // The search: every call, who qualifies, and where the tables end.
+#include "platform/toolkit/events.h"
 #include "state/shared.h"
 #include "support/desk.h"
 #include "support/errors.h"

@@ -1,6 +1,7 @@
 // SCPI messages of a running program: the bytes, the wait, the buffer, and what a lost instrument does.
 #include "link/messaging.h"
 
+#include "platform/toolkit/events.h"
 #include "state/shared.h"
 #include "support/attached.h"
 #include "support/desk.h"

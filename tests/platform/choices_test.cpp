@@ -1,5 +1,8 @@
 // Frames, option buttons and list boxes.
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
+#include "platform/toolkit/desktop.h"
+#include "platform/toolkit/events.h"
+#include "platform/toolkit/window.h"
 #include "support/errors.h"
 #include "support/geometry.h"
 #include "support/user.h"

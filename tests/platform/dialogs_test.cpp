@@ -1,5 +1,8 @@
 // The dialogs that ask for an answer: a place to save, yes or no.
+#include "platform/toolkit/dialogs.h"
+
 #include "platform/qt/text.h"
+#include "platform/toolkit/desktop.h"
 #include "platform/trial_window.h"
 #include "support/errors.h"
 #include "support/temp_folder.h"

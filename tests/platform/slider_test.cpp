@@ -1,5 +1,8 @@
 // The slider: bounds, thumb and keys.
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
+#include "platform/toolkit/dialogs.h"
+#include "platform/toolkit/events.h"
+#include "platform/toolkit/window.h"
 #include "support/user.h"
 
 #include <QSlider>

@@ -1,7 +1,11 @@
 // A window with one control of each kind, for the tests of the toolkit.
 #pragma once
 
-#include "platform/toolkit.h"
+#include "platform/picture.h"
+#include "platform/toolkit/controls.h"
+#include "platform/toolkit/grid.h"
+#include "platform/toolkit/picture_box.h"
+#include "platform/toolkit/window.h"
 
 #include <string>
 #include <vector>

@@ -1,6 +1,7 @@
 // The person at the screen notices what a person would notice.
 #include "support/user.h"
 
+#include "platform/toolkit/dialogs.h"
 #include "platform/trial_window.h"
 
 #include <gtest/gtest-spi.h>

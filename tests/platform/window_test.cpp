@@ -1,5 +1,7 @@
 // Windows that load when first touched, and what runs when they come, go and take turns.
 #include "platform/qt/application.h"
+#include "platform/toolkit/dialogs.h"
+#include "platform/toolkit/system_menu.h"
 #include "platform/trial_window.h"
 #include "support/user.h"
 

@@ -1,7 +1,7 @@
 // Where controls stand.
 #pragma once
 
-#include "platform/toolkit.h"
+#include "platform/toolkit/control.h"
 
 #include <QObject>
 #include <QWidget>

@@ -1,6 +1,7 @@
 // The record plot on the screen, and records for it whose rows are as a test wants them.
 #pragma once
 
+#include "platform/toolkit/events.h"
 #include "plot/expected_plot.h"
 #include "support/desk.h"
 #include "support/errors.h"

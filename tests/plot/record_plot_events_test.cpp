@@ -1,5 +1,6 @@
 // What the user does while a record is being drawn.
 #include "platform/qt/application.h"
+#include "platform/toolkit/desktop.h"
 #include "plot/record_plot_desk.h"
 #include "records/record_desk.h"
 

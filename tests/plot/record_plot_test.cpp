@@ -1,4 +1,5 @@
 // The picture of a stored record.
+#include "platform/toolkit/desktop.h"
 #include "plot/record_plot_desk.h"
 
 #include <map>

@@ -1,5 +1,6 @@
 // The record plot's dialog: its fields, what they take, and what Draw makes of them. The drawing itself is tested
 // apart.
+#include "platform/toolkit/desktop.h"
 #include "plot/placed.h"
 #include "plot/record_draw_desk.h"
 

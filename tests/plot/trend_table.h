@@ -1,6 +1,7 @@
 // The trend without a bench: devices and their readings stand in the tables.
 #pragma once
 
+#include "platform/toolkit/events.h"
 #include "plot/expected_plot.h"
 #include "plot/live_trend.h"
 #include "state/shared.h"

@@ -1,5 +1,6 @@
 // The trend on paper, through a real print queue: see scripts/with-print-queue.
 #include "platform/printer.h"
+#include "platform/toolkit/events.h"
 #include "plot/expected_plot.h"
 #include "state/shared.h"
 #include "support/desk.h"

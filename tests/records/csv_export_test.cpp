@@ -1,4 +1,5 @@
 // The CSV file of the record browser, byte for byte, and the ways in which none comes about.
+#include "platform/toolkit/dialogs.h"
 #include "support/desk.h"
 #include "support/records.h"
 #include "windows/Record_View_Form.h"

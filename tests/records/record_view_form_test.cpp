@@ -1,6 +1,7 @@
 // The record browser: its window, and a record of one page.
 #include "windows/Record_View_Form.h"
 
+#include "platform/toolkit/events.h"
 #include "records/browser_desk.h"
 #include "support/geometry.h"
 

@@ -1,4 +1,5 @@
 // The set-up dialogs for a person who uses the keyboard alone, and whether their texts can be read.
+#include "platform/toolkit/events.h"
 #include "setup/plan.h"
 #include "windows/DCI_ACI_SET.h"
 #include "windows/Form4.h"

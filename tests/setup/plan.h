@@ -1,7 +1,8 @@
 // Channel plans, and the dialogs that edit them, for the tests of the scan set-up.
 #pragma once
 
-#include "platform/toolkit.h"
+#include "platform/toolkit/control.h"
+#include "platform/toolkit/menu.h"
 #include "state/shared.h"
 #include "support/desk.h"
 

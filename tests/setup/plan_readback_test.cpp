@@ -1,6 +1,7 @@
 // Reading the channel plan back: what is asked, how replies are cleaned, and what the instrument cannot know.
 #include "setup/plan_readback.h"
 
+#include "platform/toolkit/events.h"
 #include "state/shared.h"
 #include "state/vocabulary.h"
 #include "support/attached.h"

@@ -1,6 +1,7 @@
 // The scanner card dialog: its design, its load, the change of device, timer, mode and the way out.
 #include "windows/Set_Dev.h"
 
+#include "platform/toolkit/desktop.h"
 #include "setup/plan.h"
 #include "support/errors.h"
 

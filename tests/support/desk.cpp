@@ -1,7 +1,7 @@
 #include "support/desk.h"
 
 #include "platform/dbengine.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/events.h"
 #include "windows/Form1.h"
 
 #include <algorithm>

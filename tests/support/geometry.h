@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/qt/text.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/window.h"
 
 #include <QWidget>
 #include <gtest/gtest.h>

@@ -1,7 +1,8 @@
 #include "support/user.h"
 
 #include "platform/qt/text.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/events.h"
+#include "platform/toolkit/menu.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/picture.h"
+#include "platform/toolkit/menu.h"
 
 #include <QObject>
 #include <QPointer>

@@ -1,5 +1,6 @@
 #include "platform/qt/application.h"
 
+#include "platform/errors.h"
 #include "platform/os/program.h"
 #include "platform/qt/dispatcher.h"
 #include "platform/qt/icon.h"
@@ -7,6 +8,8 @@
 #include "platform/qt/style.h"
 #include "platform/qt/text.h"
 #include "platform/qt/window_frame.h"
+#include "platform/toolkit/desktop.h"
+#include "platform/toolkit/dialogs.h"
 
 #include <QApplication>
 #include <QColorDialog>

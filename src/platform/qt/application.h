@@ -1,9 +1,8 @@
 // The Qt application behind the program.
 #pragma once
 
-#include "platform/toolkit.h"
-
 class QApplication;
+class QWidget;
 
 namespace vantrel {
 

@@ -1,7 +1,8 @@
+#include "platform/errors.h"
 #include "platform/qt/event_filter.h"
 #include "platform/qt/style.h"
 #include "platform/qt/text.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
 
 #include <QAbstractItemView>
 #include <QApplication>

@@ -1,7 +1,8 @@
 #include "platform/qt/dispatcher.h"
 #include "platform/qt/event_filter.h"
 #include "platform/qt/text.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
+#include "platform/toolkit/window.h"
 
 #include <QEvent>
 #include <QLineEdit>

@@ -1,6 +1,8 @@
 #include "platform/qt/dispatcher.h"
 
+#include "platform/errors.h"
 #include "platform/qt/application.h"
+#include "platform/toolkit/dialogs.h"
 
 #include <cstdio>
 #include <cstdlib>

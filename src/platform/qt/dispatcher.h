@@ -1,7 +1,7 @@
 // The one door from Qt's events to the program's handlers.
 #pragma once
 
-#include "platform/toolkit.h"
+#include "platform/toolkit/window.h"
 
 namespace vantrel {
 

@@ -1,5 +1,6 @@
+#include "platform/clock.h"
 #include "platform/qt/text.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
 
 #include <QDateTimeEdit>
 #include <QKeyEvent>

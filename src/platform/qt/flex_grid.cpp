@@ -1,7 +1,8 @@
 #include "platform/qt/flex_grid.h"
 
+#include "platform/errors.h"
 #include "platform/qt/text.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/grid.h"
 
 #include <QHeaderView>
 #include <algorithm>

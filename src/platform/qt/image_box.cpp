@@ -1,5 +1,5 @@
 #include "platform/qt/icon.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
 
 #include <QLabel>
 #include <QPainter>

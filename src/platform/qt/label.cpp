@@ -1,7 +1,7 @@
 #include "platform/qt/event_filter.h"
 #include "platform/qt/style.h"
 #include "platform/qt/text.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
 
 #include <QKeyEvent>
 #include <QLabel>

@@ -1,5 +1,6 @@
+#include "platform/errors.h"
 #include "platform/qt/text.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
 
 #include <QKeyEvent>
 #include <QListWidget>

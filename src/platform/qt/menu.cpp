@@ -1,7 +1,9 @@
+#include "platform/toolkit/menu.h"
+
 #include "platform/qt/dispatcher.h"
 #include "platform/qt/text.h"
 #include "platform/qt/window_frame.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/window.h"
 
 #include <QAction>
 #include <QMenu>

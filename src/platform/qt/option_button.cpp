@@ -1,6 +1,6 @@
 #include "platform/qt/style.h"
 #include "platform/qt/text.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
 
 #include <QButtonGroup>
 #include <QRadioButton>

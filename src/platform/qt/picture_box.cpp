@@ -1,5 +1,7 @@
+#include "platform/toolkit/picture_box.h"
+
+#include "platform/errors.h"
 #include "platform/qt/text.h"
-#include "platform/toolkit.h"
 
 #include <QBasicTimer>
 #include <QImage>

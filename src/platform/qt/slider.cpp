@@ -1,6 +1,6 @@
 #include "platform/qt/event_filter.h"
 #include "platform/qt/text.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
 
 #include <QEvent>
 #include <QMouseEvent>

@@ -1,6 +1,7 @@
+#include "platform/errors.h"
 #include "platform/qt/style.h"
 #include "platform/qt/text.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
 
 #include <QTabBar>
 #include <QTabWidget>

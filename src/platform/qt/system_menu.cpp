@@ -1,5 +1,7 @@
+#include "platform/toolkit/system_menu.h"
+
 #include "platform/qt/window_frame.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/window.h"
 
 #include <algorithm>
 

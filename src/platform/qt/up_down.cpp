@@ -1,5 +1,5 @@
 #include "platform/qt/text.h"
-#include "platform/toolkit.h"
+#include "platform/toolkit/controls.h"
 
 #include <QKeyEvent>
 #include <QSignalBlocker>

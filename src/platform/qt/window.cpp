@@ -1,8 +1,10 @@
+#include "platform/toolkit/window.h"
+
+#include "platform/errors.h"
 #include "platform/qt/application.h"
 #include "platform/qt/dispatcher.h"
 #include "platform/qt/text.h"
 #include "platform/qt/window_frame.h"
-#include "platform/toolkit.h"
 
 namespace vantrel {
 

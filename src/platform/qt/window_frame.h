@@ -1,7 +1,7 @@
 // The top-level widget of a window of the program.
 #pragma once
 
-#include "platform/toolkit.h"
+#include "platform/toolkit/window.h"
 
 #include <QEventLoop>
 #include <QPointer>
