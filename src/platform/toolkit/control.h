@@ -41,7 +41,7 @@ struct Place {
 /// SetTabOrder gives no other.
 class Control {
 public:
-    ~Control();
+    virtual ~Control();
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
 
@@ -64,7 +64,7 @@ public:
     Colour BackColor() const;
     /// Sets the background; the widget has it as property BackColor, too.
     void SetBackColor(Colour colour);
-    void SetFocus();
+    virtual void SetFocus();
     /// Whether the Tab key stops here, as it does at first. A click goes on giving it the focus.
     void SetTabStop(bool stop);
 

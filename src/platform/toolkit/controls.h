@@ -46,7 +46,7 @@ public:
     /// A text that differs runs OnChange.
     void SetText(const std::string& text);
     /// Selects the whole text as well, so that typing takes its place.
-    void SetFocus();
+    void SetFocus() override;
     Handler OnChange;
     Handler OnClick;
     /// Asked for every character key (backspace, 8, is one; Tab, arrows, Delete and shortcuts are none); false swallows
