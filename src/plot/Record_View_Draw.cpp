@@ -27,6 +27,7 @@ bool Passes_Into_Row_Number(int character) {
 Record_View_Draw::Record_View_Draw() : Window("Record_View_Draw", "Record Draw", {9285, 8985}) {
     color_box.SetBackColor(HighlightText());
     color_box.SetToolTipText("Choose the colour of the next trace");
+    draw_limit.SetGaps({&draw_start, &draw_stop});
     // A name that is being typed is none yet: it is opened by Draw.
     // Kept: K-picked-only
     Combo_record.OnClick = [this] { Combo_record_Click(); };

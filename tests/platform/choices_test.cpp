@@ -20,7 +20,7 @@ namespace {
 using Texts = std::vector<std::string>;
 
 struct Choices : Window {
-    Choices() : Window("Choices", "Choices", {9000, 6000}) {}
+    Choices() : Window("Choices", "Choices", {9000, 6000}) { part.SetGaps({&from, &to}); }
 
     Frame Frame1{*this, "Frame1", {240, 120, 7455, 2295}, "Setting"};
     OptionButton whole{Frame1, "whole", {120, 240, 3375, 255}, "Drawing with all."};

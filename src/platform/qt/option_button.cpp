@@ -9,16 +9,20 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 #include <algorithm>
+#include <utility>
 
 namespace vantrel {
 
 namespace {
 
-/// Its caption goes around the controls that lie over it: several blanks in a row are a gap for one of them. Narrower
+/// Its caption goes around the controls that stand in it: several blanks in a row are a gap for one of them. Narrower
 /// letters rather than a cut text.
 class OptionWidget : public QRadioButton {
 public:
     using QRadioButton::QRadioButton;
+
+    /// The controls that stand in the caption, from the left.
+    void SetGaps(QList<const QWidget*> gaps) { gaps_ = std::move(gaps); }
 
 protected:
     /// The whole designed box is there to be clicked.
@@ -43,22 +47,20 @@ protected:
     }
 
 private:
-    /// The parts of this button that no other control covers, from the left.
+    /// The parts of this button beside the gaps, from the left.
     QList<QRect> SpacesForCaption() const {
-        QList<QRect> covers;
-        for (const QWidget* other : parentWidget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
-            if (other != this && other->isVisible() && other->geometry().intersects(geometry()))
-                covers.push_back(other->geometry().translated(-pos()));
-        std::ranges::sort(covers, {}, &QRect::left);
         QList<QRect> spaces;
         int left = 0;
-        for (const QRect& cover : covers) {
+        for (const QWidget* gap : gaps_) {
+            const QRect cover = gap->geometry().translated(-pos());
             spaces.push_back(QRect(left, 0, cover.left() - left, height()));
             left = cover.right() + 1;
         }
         spaces.push_back(QRect(left, 0, width() - left, height()));
         return spaces;
     }
+
+    QList<const QWidget*> gaps_;
 };
 
 /// The group of the option buttons that stand on `parent` itself: Qt's own would take in those of the frames on it.
@@ -67,7 +69,7 @@ QButtonGroup& GroupOn(QWidget* parent) {
     return *new QButtonGroup(parent);
 }
 
-QRadioButton& OptionOf(QWidget* widget) { return *static_cast<QRadioButton*>(widget); }
+OptionWidget& OptionOf(QWidget* widget) { return *static_cast<OptionWidget*>(widget); }
 
 }  // namespace
 
@@ -77,6 +79,12 @@ OptionButton::OptionButton(const Place& place, const std::string& name, const Bo
     QObject::connect(&OptionOf(widget_), &QRadioButton::toggled, life_, [this](bool chosen) {
         if (chosen) Raise(OnClick);
     });
+}
+
+void OptionButton::SetGaps(const std::vector<const Control*>& controls) {
+    QList<const QWidget*> gaps;
+    for (const Control* control : controls) gaps.push_back(control->Widget());
+    OptionOf(widget_).SetGaps(std::move(gaps));
 }
 
 bool OptionButton::Value() const { return OptionOf(widget_).isChecked(); }

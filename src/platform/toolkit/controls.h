@@ -72,6 +72,9 @@ public:
     bool Value() const;
     /// Runs OnClick if it comes to be chosen.
     void SetValue(bool chosen);
+    /// Has the caption leave room for `controls`, from the left, which stand in it: several blanks in a row are the gap
+    /// for one of them.
+    void SetGaps(const std::vector<const Control*>& controls);
     Handler OnClick;
 };
 
