@@ -339,6 +339,18 @@ TEST(RunTimeErrors, One_in_a_handler_is_shown_and_ends_the_process_with_status_1
         testing::ExitedWithCode(1), "Run-time error '9':\n\nSubscript out of range");
 }
 
+TEST(RunTimeErrors, One_with_a_text_of_its_own_is_shown_with_that_text) {
+    EXPECT_EXIT(
+        {
+            User user;
+            user.WhenMessage("Run-time error", [&] { std::fprintf(stderr, "%s", user.Messages().back().c_str()); });
+            The<Other>().Command1.OnClick = [] { throw RunTimeError(kNoCurrentRecord, "Row 7 is not found."); };
+            The<Other>().Show();
+            user.Click("Other", "Command1");
+        },
+        testing::ExitedWithCode(1), "Run-time error '3021':\n\nRow 7 is not found.");
+}
+
 TEST(RunTimeErrors, One_in_an_assignment_reaches_who_assigned) {
     The<Trial>().Text1.OnChange = [] { throw RunTimeError(kOverflow); };
     EXPECT_THROW(The<Trial>().Text1.SetText("x"), RunTimeError);

@@ -18,7 +18,7 @@ void Dispatcher::Run(const Handler& handler) noexcept {
     try {
         handler();
     } catch (const RunTimeError& error) {
-        MsgBox("Run-time error '" + std::to_string(error.Number()) + "':\n\n" + ErrorText(error.Number()));
+        MsgBox("Run-time error '" + std::to_string(error.Number()) + "':\n\n" + error.what());
         ExitNow(1);
     }
 }
