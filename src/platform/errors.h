@@ -50,12 +50,14 @@ enum ErrorNumber : int {
     kGridCol = 30010,
 };
 
-/// A fault at run time. Only three places catch it: the event dispatcher, the CSV export's trap, and the record plot,
-/// which tells what went wrong and goes on. Anything else that catches it hides a fault.
+/// A fault at run time. Four places catch it: the event dispatcher, which shows it and ends the program; the CSV
+/// export's trap; the record plot, which tells what went wrong and goes on; and the database engine, which undoes what
+/// was begun and passes the fault on, but for one while a transaction's object goes. Anything else that catches it
+/// hides a fault.
 class RunTimeError : public std::runtime_error {
 public:
     explicit RunTimeError(int number);
-    /// With a text of its own in place of the standard one, for a fault that somebody is told about.
+    /// With a text of its own in place of the standard one.
     RunTimeError(int number, const std::string& text) : std::runtime_error(text), number_(number) {}
     int Number() const { return number_; }
 
