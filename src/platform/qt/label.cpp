@@ -21,7 +21,7 @@ public:
         setAlignment(Qt::AlignLeft | Qt::AlignTop);
         setWordWrap(true);
     }
-    void Fit() { setFont(FittingFont(QApplicationFont(), text(), rect())); }
+    void Fit() { setFont(FittingFont(DesignedFont(), text(), rect())); }
     /// A stop of the Tab key, with the look of a link.
     void BecomeLink() {
         is_link_ = true;
@@ -49,7 +49,8 @@ protected:
     }
 
 private:
-    QFont QApplicationFont() const {
+    /// The font before it is made narrower: the parent's, underlined in a link.
+    QFont DesignedFont() const {
         QFont designed = parentWidget() ? parentWidget()->font() : font();
         designed.setUnderline(is_link_);
         return designed;
