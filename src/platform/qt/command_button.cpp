@@ -30,12 +30,14 @@ protected:
     }
 };
 
+ButtonWidget& ButtonOf(QWidget* widget) { return *static_cast<ButtonWidget*>(widget); }
+
 }  // namespace
 
 CommandButton::CommandButton(const Place& place, const std::string& name, const Box& box, const std::string& caption,
                              const std::string& icon, const std::string& tool_tip)
     : Control(place, name, box, new ButtonWidget(ToCaption(caption))) {
-    auto& button = *static_cast<ButtonWidget*>(widget_);
+    ButtonWidget& button = ButtonOf(widget_);
     if (!icon.empty()) button.setIcon(Icon(icon));
     SetToolTipText(tool_tip);
     if (caption.empty()) button.setAccessibleName(ToQt(tool_tip.empty() ? name : tool_tip));
