@@ -66,6 +66,8 @@ Recordset NewRecord(Database& database, const std::string& path) {
     table.Fields.Append({"Time", kDbText});
     for (int i = 1; i <= 20; ++i) table.Fields.Append({"Ch" + std::to_string(i), kDbText});
     database.AppendTableDef(table);
+    database.Close();
+    database = TheDBEngine().OpenDatabase(path);
     return database.OpenRecordset("select * from data");
 }
 

@@ -74,7 +74,8 @@ public:
     void AddNew();
     /// Starts a change of the current row (else error 3021). A move without Update drops the change.
     void Edit();
-    /// Stores the new or changed row: one durable commit, on disk when it returns (inside a Transaction: at its end).
+    /// Stores the new or changed row: one durable commit, on disk when it returns (inside a Transaction: at its end; in
+    /// a new database: at its Close).
     /// Without AddNew or Edit: error 3020. Full disk: 3026. Locked by another for more than 2 s: 3260. Only the columns
     /// that were set are written to a changed row; if someone else has deleted it meanwhile: 3021.
     void Update(int update_type = 1, bool force = false);
@@ -105,8 +106,8 @@ public:
     /// else error 3075. No such table: 3078, no such column: 3265. A row of a column that numbers the rows 1, 2, 3 ...
     /// is found without a scan.
     Recordset OpenRecordset(const std::string& source);
-    /// Ends the access (an open Transaction is committed first); the database's recordsets end with it. Closing a
-    /// closed one does nothing; using it raises 3420.
+    /// Ends the access (an open Transaction is committed first); the database's recordsets end with it. A new database
+    /// comes into being: see CreateDatabase. Closing a closed one does nothing; using it raises 3420.
     void Close();
 
     /// While it lives, all writes on the database are one durable commit, made when it goes (also when an error
@@ -133,8 +134,11 @@ private:
 
 class DBEngine {
 public:
-    /// Makes a new file (`locale` and `option` have no use here) and opens it. A file that exists: error 3204. A
-    /// missing folder: 3044. A name that no file can have: 3055. Not permitted: 3051.
+    /// A new database (`locale` and `option` have no use here). It comes into being at its Close, whole and on the disk
+    /// with all that was written to it until then; nobody else sees it before, and without Close it never is. A file
+    /// that exists, or that another program is just making: error 3204. A missing folder: 3044. A name that no file can
+    /// have: 3055. Not permitted: 3051. Each of them, and a full disk (3026), may also be raised by Close; then there
+    /// is no file.
     Database CreateDatabase(const std::string& path, const std::string& locale, int option);
     /// Opens an existing file, shared and writable. Missing: 3024. No database (an empty file is none): 3343, and the
     /// file stays as it was. A folder, or file or folder not writable: 3051. Being deleted: 3045. Locked: 3260.

@@ -85,6 +85,8 @@ protected:
     Record() {
         database = TheDBEngine().CreateDatabase(path, ";LANGID=0x0409;CP=1252;COUNTRY=0", 2);
         database.AppendTableDef(DataTable());
+        database.Close();
+        database = TheDBEngine().OpenDatabase(path);
     }
 
     Recordset All() { return database.OpenRecordset("select * from data"); }
@@ -128,9 +130,10 @@ TEST(CreateDatabase, Never_meets_a_journal_that_a_missing_record_left) {
     const TempFolder folder;
     WriteFileBytes(folder / "a.mdb-journal", "left over");
     Database database = TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
-    EXPECT_FALSE(FileExists(folder / "a.mdb-journal"));
     database.AppendTableDef(DataTable());
-    EXPECT_EQ(database.OpenRecordset("select * from data").RecordCount(), 0);
+    database.Close();
+    EXPECT_FALSE(FileExists(folder / "a.mdb-journal"));
+    EXPECT_EQ(TheDBEngine().OpenDatabase(folder / "a.mdb").OpenRecordset("select * from data").RecordCount(), 0);
 }
 
 TEST(CreateDatabase, Leaves_a_database_even_if_nothing_is_added) {
@@ -140,11 +143,95 @@ TEST(CreateDatabase, Leaves_a_database_even_if_nothing_is_added) {
     EXPECT_EQ(ErrorOf([&] { database.OpenRecordset("select * from data"); }), kTableMissing);
 }
 
-TEST(CreateDatabase, That_fails_half_way_leaves_no_file) {
+TEST(CreateDatabase, Shows_nobody_the_database_before_its_Close) {
+    const TempAppFolder folder;
+    Database database = TheDBEngine().CreateDatabase(folder / "db/a.mdb", "", 0);
+    database.AppendTableDef(DataTable());
+    EXPECT_FALSE(FileExists(folder / "db/a.mdb"));
+    EXPECT_EQ(DbEntries(), Texts{});
+    database.Close();
+    EXPECT_EQ(DbEntries(), Texts{"a.mdb"});
+}
+
+TEST(CreateDatabase, Leaves_nothing_of_a_database_that_is_not_closed) {
     const TempFolder folder;
-    const FullDisk full;
-    EXPECT_EQ(ErrorOf([&] { TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0); }), kEngineFull);
+    {
+        Database database = TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+        database.AppendTableDef(DataTable());
+    }
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+TEST(CreateDatabase, Keeps_what_was_written_before_its_Close) {
+    const TempFolder folder;
+    Database database = TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+    database.AppendTableDef(DataTable());
+    AddRows(database, {"1", "2", "3"});
+    EXPECT_EQ(Walk(database.OpenRecordset("select * from data where num='2'")), Texts{"2"});
+    const Database::Transaction open(database);
+    AddRows(database, {"4"});
+    database.Close();
+    EXPECT_EQ(Walk(TheDBEngine().OpenDatabase(folder / "a.mdb").OpenRecordset("select * from data")), Counting(4));
+}
+
+TEST(CreateDatabase, Makes_the_same_file_as_the_engine_itself_could) {
+    const TempFolder folder;
+    Database database = TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+    database.AppendTableDef(DataTable());
+    database.Close();
+    sqlite3* file = nullptr;
+    ASSERT_EQ(sqlite3_open((folder / "a.mdb").c_str(), &file), SQLITE_OK);
+    std::string verdict;
+    sqlite3_exec(
+        file, "pragma integrity_check",
+        [](void* to, int, char** values, char**) {
+            *static_cast<std::string*>(to) += values[0];
+            return 0;
+        },
+        &verdict, nullptr);
+    sqlite3_close(file);
+    EXPECT_EQ(verdict, "ok");
+}
+
+TEST(CreateDatabase, Replaces_no_file_that_came_before_its_Close) {
+    const TempFolder folder;
+    Database database = TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+    WriteFileBytes(folder / "a.mdb", "somebody else's");
+    EXPECT_EQ(ErrorOf([&] { database.Close(); }), kFileExists);
+    EXPECT_EQ(FileBytes(folder / "a.mdb"), "somebody else's");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
+    EXPECT_EQ(ErrorOf([&] { database.OpenRecordset("select * from data"); }), kObjectClosed);
+}
+
+TEST(CreateDatabase, Raises_3204_while_another_program_is_making_the_same) {
+    const TempFolder folder;
+    ChildProcess other([&](const ChildProcess::Contact& test) {
+        Database database = TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+        test.Send();
+        test.Await();
+        database.Close();
+    });
+    ASSERT_TRUE(other.Talk().Await());
+    EXPECT_EQ(ErrorOf([&] { TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0); }), kFileExists);
+    EXPECT_EQ(ErrorOf([&] { TheDBEngine().CreateDatabase(folder / "b.mdb", "", 0); }), 0);
+    other.Talk().Send();
+    EXPECT_EQ(other.End(), 0);
+    EXPECT_EQ(ErrorOf([&] { TheDBEngine().OpenDatabase(folder / "a.mdb"); }), 0);
+}
+
+TEST(CreateDatabase, Goes_on_from_what_a_killed_program_left) {
+    const TempFolder folder;
+    ChildProcess other([&](const ChildProcess::Contact& test) {
+        const Database database = TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+        test.Send();
+        test.Await();
+    });
+    ASSERT_TRUE(other.Talk().Await());
+    other.Kill();
+    EXPECT_FALSE(std::filesystem::is_empty(folder.Path()));  // the leftover
+    TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0).Close();
+    EXPECT_TRUE(FileExists(folder / "a.mdb"));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
 }
 
 TEST(OpenDatabase, Never_makes_a_missing_file) {
@@ -1126,6 +1213,8 @@ TEST_F(Lookup, Does_not_take_a_new_record_for_a_deleted_one_of_the_same_name) {
     database = TheDBEngine().CreateDatabase(path, "", 0);
     database.AppendTableDef(DataTable());
     AddRows(database, {"5", "1", "5"});
+    database.Close();
+    database = TheDBEngine().OpenDatabase(path);
     EXPECT_EQ(Walk(Find("5")), (Texts{"5", "5"}));
     EXPECT_EQ(Walk(Find("2")), (Texts{}));
 }

@@ -3,6 +3,7 @@
 #include "platform/dbengine.h"
 #include "support/child_process.h"
 #include "support/errors.h"
+#include "support/records.h"
 #include "support/temp_folder.h"
 
 #include <algorithm>
@@ -43,7 +44,7 @@ TEST(RecordFilePath, Refuses_characters_that_no_file_name_can_hold) {
 TEST(RecordFilePath, Takes_a_name_as_long_as_file_and_journal_can_have_and_no_longer) {
     const TempAppFolder folder;
     const std::string longest(243, 'R');
-    Database database = TheDBEngine().CreateDatabase(RecordFilePath(longest), "", 0);
+    Database database = NewDatabase(RecordFilePath(longest));
     TableDef table;
     table.Name = "DATA";
     table.Fields.Append({"NUM"});
@@ -146,7 +147,7 @@ TEST(Kill, Deletes_the_journal_beside_a_database_and_no_other_file) {
 
 TEST(Kill, Raises_error_70_while_this_program_has_the_database_open_and_leaves_the_file) {
     const TempFolder folder;
-    Database database = TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+    Database database = NewDatabase(folder / "a.mdb");
     const std::string bytes = FileBytes(folder / "a.mdb");
     EXPECT_EQ(ErrorOf([&] { Kill(folder / "a.mdb"); }), kPermissionDenied);
     EXPECT_EQ(FileBytes(folder / "a.mdb"), bytes);
@@ -154,7 +155,7 @@ TEST(Kill, Raises_error_70_while_this_program_has_the_database_open_and_leaves_t
 
 TEST(Kill, Raises_error_70_until_the_last_of_two_connections_is_closed) {
     const TempFolder folder;
-    Database first = TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+    Database first = NewDatabase(folder / "a.mdb");
     Database second = TheDBEngine().OpenDatabase(folder / "a.mdb");
     first.Close();
     EXPECT_EQ(ErrorOf([&] { Kill(folder / "a.mdb"); }), kPermissionDenied);
@@ -165,14 +166,14 @@ TEST(Kill, Raises_error_70_until_the_last_of_two_connections_is_closed) {
 
 TEST(Kill, Sees_through_another_path_to_an_open_database) {
     const TempFolder folder;
-    const Database database = TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+    const Database database = NewDatabase(folder / "a.mdb");
     EXPECT_EQ(ErrorOf([&] { Kill(folder.Path() + "/./a.mdb"); }), kPermissionDenied);
     EXPECT_TRUE(FileExists(folder / "a.mdb"));
 }
 
 TEST(Kill, Raises_error_70_while_another_program_has_the_database_open_and_leaves_the_file) {
     const TempFolder folder;
-    TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+    NewDatabase(folder / "a.mdb");
     ChildProcess other([&](const ChildProcess::Contact& test) {
         const Database database = TheDBEngine().OpenDatabase(folder / "a.mdb");
         test.Send();
@@ -189,7 +190,7 @@ TEST(Kill, Raises_error_70_while_another_program_has_the_database_open_and_leave
 
 TEST(Kill, That_was_refused_leaves_an_open_transaction_its_lock) {
     const TempFolder folder;
-    Database database = TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0);
+    Database database = NewDatabase(folder / "a.mdb");
     TableDef table;
     table.Name = "DATA";
     table.Fields.Append({"NUM"});

@@ -3,8 +3,11 @@
 #include "platform/files.h"
 #include "support/child_process.h"
 #include "support/errors.h"
+#include "support/records.h"
 #include "support/temp_folder.h"
 
+#include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -120,7 +123,7 @@ TEST_F(OutputFile, Cannot_be_one_that_is_write_protected) {
 
 TEST_F(OutputFile, Cannot_be_a_database_that_is_open_and_leaves_it_as_it_was) {
     const std::string record = folder / "Record1.mdb";
-    Database database = TheDBEngine().CreateDatabase(record, "", 0);
+    Database database = NewDatabase(record);
     const std::string before = FileBytes(record);
     std::filesystem::create_symlink(record, folder / "link.csv");
     for (const std::string& target : {record, folder / "link.csv"}) EXPECT_EQ(OpenError(target), kPermissionDenied);
@@ -131,7 +134,7 @@ TEST_F(OutputFile, Cannot_be_a_database_that_is_open_and_leaves_it_as_it_was) {
 
 TEST_F(OutputFile, Cannot_be_a_database_that_another_program_has_open) {
     const std::string record = folder / "Record1.mdb";
-    TheDBEngine().CreateDatabase(record, "", 0);
+    NewDatabase(record);
     const std::string before = FileBytes(record);
     ChildProcess other([&](const ChildProcess::Contact& test) {
         const Database database = TheDBEngine().OpenDatabase(record);
@@ -149,6 +152,28 @@ TEST_F(OutputFile, Cannot_be_in_a_folder_that_is_not_there) {
     EXPECT_EQ(OpenError(folder / "file/page.csv"), kPathNotFound);
     EXPECT_EQ(OpenError(""), kPathNotFound);
     EXPECT_EQ(OpenError(folder / std::string(256, 'x')), kPathNotFound);
+}
+
+TEST_F(OutputFile, Cannot_be_a_pipe_and_does_not_wait_for_its_reader) {
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    EXPECT_EQ(OpenError(path), kPermissionDenied);
+    const int reader = open(path.c_str(), O_RDONLY | O_NONBLOCK);
+    EXPECT_EQ(OpenError(path), kPermissionDenied);
+    close(reader);
+}
+
+TEST_F(OutputFile, Can_be_a_device) {
+    OpenForOutput("/dev/null", 1);
+    Print(1, kMoreThanABuffer);
+    CloseFile(1);
+}
+
+TEST_F(OutputFile, That_is_a_device_which_is_not_ready_is_an_error_and_not_waited_for) {
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_EQ(grantpt(terminal) | unlockpt(terminal), 0);
+    OpenForOutput(ptsname(terminal), 1);
+    EXPECT_EQ(PrintError(kMoreThanABuffer), kDeviceIo);  // nobody takes it at the other end
+    close(terminal);
 }
 
 TEST_F(OutputFile, That_cannot_be_opened_takes_no_number) {

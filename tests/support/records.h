@@ -19,6 +19,12 @@ inline std::string RowTime(int row) {
     return DateText({CDate("2026-03-01 08:00:00").ms + kMsPerSecond * row});
 }
 
+/// Makes a database without a table, and opens it.
+inline Database NewDatabase(const std::string& path) {
+    TheDBEngine().CreateDatabase(path, "", 0).Close();
+    return TheDBEngine().OpenDatabase(path);
+}
+
 /// Makes the record file `path` with rows numbered from 1, in one commit.
 inline void MakeRecord(
     const std::string& path, int rows, const ReadingOf& reading = [](int, int) { return " "; }) {

@@ -50,6 +50,7 @@ public:
     enum class Use {
         kShared,  ///< an ordinary file that is there, to read and write beside others that do so
         kAlone,   ///< a file that is there, to read
+        kNew,     ///< a file where none was, to write; nobody else gets it meanwhile
         kOutput   ///< an ordinary file to write, emptied, made if it is not there; or a device, which is never waited
                   ///< for
     };
@@ -62,7 +63,7 @@ public:
     File& operator=(const File&) = delete;
 
     /// Opens the file at `path`; a file that is open already is closed first. A file that another program deletes
-    /// meanwhile is kMissing.
+    /// meanwhile is kMissing, a new one kInUse.
     [[nodiscard]] Fault Open(const std::string& path, Use use);
     /// Closes it. A fault is one of what was written before.
     Fault Close() noexcept;
@@ -74,14 +75,13 @@ public:
     std::string Read(std::int64_t offset, std::size_t count) const;
     /// Appends `bytes`. At a fault a part of them may have been written.
     [[nodiscard]] Fault Write(std::string_view bytes);
+    /// Returns when all that was written is on the disk.
+    [[nodiscard]] Fault Sync();
 
 private:
     static constexpr std::intptr_t kNone = -1;
     std::intptr_t handle_ = kNone;  // whatever the system knows an open file by
 };
-
-/// Makes an empty file where none was.
-Fault MakeEmptyFile(const std::string& path);
 
 /// True if this user may make files in `folder`.
 bool MayMakeFilesIn(const std::string& folder);

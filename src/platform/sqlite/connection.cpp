@@ -116,27 +116,39 @@ void Statement::Read(int column, Text* value) const {
     (*value)->assign(View(column));
 }
 
-Connection::Connection(const std::string& path, bool is_new) : file_(OpenFile::Hold(path)) {
+Connection::Connection(const std::string& path) : file_(OpenFile::Hold(path)) {
     // The journal lies beside the file itself, whatever link leads to it.
     std::error_code fault;
     const std::filesystem::path whole_path = std::filesystem::canonical(os::PathOf(path), fault);
     if (fault) throw RunTimeError(kFileMissing);
     const std::string file = os::TextOf(whole_path);
-    if (!is_new) CheckFormat(file);
+    CheckFormat(file);
     // Without the right to make a journal every write would fail later.
     if (!os::MayMakeFilesIn(os::TextOf(whole_path.parent_path()))) throw RunTimeError(kNoPermission);
     try {
-        constexpr int kForOneThread = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
-        const int opened = sqlite3_open_v2(file.c_str(), &database_, kForOneThread, nullptr);
-        Check(opened);
+        Open(file);
         if (sqlite3_db_readonly(database_, "main") != 0) throw RunTimeError(kNoPermission);
         Configure();
-        // The first write makes an empty file a database.
-        if (is_new) Run("pragma user_version=1");
     } catch (...) {
         Close();
         throw;
     }
+}
+
+Connection::Connection(const std::string& path, std::unique_ptr<os::NewFile> file)
+    : new_path_(path), new_file_(std::move(file)) {
+    try {
+        Open(":memory:");
+        Run("pragma user_version=1");  // a database from the start, without any table too
+    } catch (...) {
+        Close();
+        throw;
+    }
+}
+
+void Connection::Open(const std::string& file) {
+    constexpr int kForOneThread = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
+    Check(sqlite3_open_v2(file.c_str(), &database_, kForOneThread, nullptr));
 }
 
 /// Looked at before the engine touches the file, since the engine takes an empty file for a database and may play a
@@ -172,6 +184,20 @@ void Connection::Close() noexcept {
         database_ = nullptr;
     }
     file_.reset();
+    new_file_.reset();
+}
+
+void Connection::Finish() {
+    if (!IsNew()) return Close();
+    if (IsInTransaction()) Run("commit");
+    sqlite3_int64 size = 0;
+    const std::unique_ptr<unsigned char, void (*)(void*)> bytes(sqlite3_serialize(database_, "main", &size, 0),
+                                                                sqlite3_free);
+    const std::unique_ptr<os::NewFile> file = std::move(new_file_);
+    Close();
+    if (bytes == nullptr) throw RunTimeError(kEngineOther);
+    DeleteLeftovers(new_path_);  // of an earlier database of this name
+    RequireMade(file->Finish({reinterpret_cast<const char*>(bytes.get()), static_cast<std::size_t>(size)}));
 }
 
 Statement Connection::Prepare(const std::string& sql) {
@@ -226,6 +252,26 @@ std::shared_ptr<const Table> Connection::FindTable(std::string_view name) {
     table->add_row = "insert into " + quoted + "(" + names + ") values(" + places + ")";
     tables_.push_back(table);
     return table;
+}
+
+void RequireMade(os::Fault fault) {
+    switch (fault) {
+        case os::Fault::kNone:
+            return;
+        case os::Fault::kExists:
+            throw RunTimeError(kFileExists);
+        case os::Fault::kMissing:
+            throw RunTimeError(kNotAValidPath);
+        case os::Fault::kBadName:
+            throw RunTimeError(kNotAValidName);
+        case os::Fault::kFull:
+            throw RunTimeError(kEngineFull);
+        case os::Fault::kInUse:
+        case os::Fault::kDenied:
+            throw RunTimeError(kNoPermission);
+        case os::Fault::kOther:
+            throw RunTimeError(kEngineOther);
+    }
 }
 
 ReadScope::ReadScope(Connection& connection) {

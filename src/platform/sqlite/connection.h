@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/open_file.h"
+#include "platform/os/new_file.h"
 
 #include <cstdint>
 #include <memory>
@@ -64,14 +65,19 @@ private:
 
 struct Connection {
 public:
-    /// Opens the database at `path`. With `is_new` the file is empty and becomes a database.
-    Connection(const std::string& path, bool is_new);
+    /// Opens the database at `path`.
+    explicit Connection(const std::string& path);
+    /// A new database, in memory until Finish gives it `file`, the one that was begun for `path`.
+    Connection(const std::string& path, std::unique_ptr<os::NewFile> file);
     ~Connection() { Close(); }
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    /// Ends the access. What an open transaction wrote is committed.
+    /// Ends the access. What an open transaction wrote is committed. A new database is gone.
     void Close() noexcept;
+    /// As Close, but a new database comes into being with all that it holds, on the disk when this returns. What stands
+    /// against it is raised, and then there is no file.
+    void Finish();
     /// The statement for `sql`, prepared once. Error 3420 after Close.
     Statement Prepare(const std::string& sql);
     void Run(const std::string& sql) { Prepare(sql).Step(); }
@@ -84,7 +90,9 @@ public:
     bool HasUncommittedChanges() const { return sqlite3_txn_state(database_, nullptr) == SQLITE_TXN_WRITE; }
     /// Undoes an open transaction. Never raises.
     void Rollback() noexcept;
+    /// Not for a new database.
     const OpenFile& File() const { return *file_; }
+    bool IsNew() const { return new_file_ != nullptr; }
 
     bool HasTable(std::string_view name);
     /// The table of that name, whatever its case. Error 3078 for none.
@@ -94,13 +102,20 @@ private:
     /// Its name as it stands in the file; Null for no such table.
     Text StoredName(std::string_view name);
     void CheckFormat(const std::string& path) const;
+    void Open(const std::string& file);
     void Configure();
 
     std::shared_ptr<OpenFile> file_;
+    std::string new_path_;
+    std::unique_ptr<os::NewFile> new_file_;
     sqlite3* database_ = nullptr;
     std::unordered_map<std::string, sqlite3_stmt*> statements_;
     std::vector<std::shared_ptr<const Table>> tables_;
 };
+
+/// Raises what stands against making a database: exists 3204, no folder 3044, no name 3055, full disk 3026, not
+/// permitted 3051, anything else 3000.
+void RequireMade(os::Fault fault);
 
 /// Several reads as one consistent picture. Part of the transaction that is open already, if one is.
 class ReadScope {

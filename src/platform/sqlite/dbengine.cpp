@@ -20,28 +20,10 @@ std::string TextOf(const FieldInput& value) {
     return std::get<std::string>(value);
 }
 
-int CreationFault(os::Fault fault) {
-    switch (fault) {
-        case os::Fault::kExists:
-            return kFileExists;
-        case os::Fault::kMissing:
-            return kNotAValidPath;
-        case os::Fault::kBadName:
-            return kNotAValidName;
-        case os::Fault::kFull:
-            return kEngineFull;
-        default:
-            return kNoPermission;
-    }
-}
-
-/// Makes an empty file where none was.
-void MakeFile(const std::string& path) {
+void CheckFileName(const std::string& path) {
     const std::string name = os::TextOf(os::PathOf(path).filename());
     const bool is_a_name = !name.empty() && name != "." && name != ".." && path.find('\0') == std::string::npos;
     if (!is_a_name) throw RunTimeError(kNotAValidName);
-    const os::Fault fault = os::MakeEmptyFile(path);
-    if (fault != os::Fault::kNone) throw RunTimeError(CreationFault(fault));
 }
 
 }  // namespace
@@ -84,7 +66,7 @@ Recordset Database::OpenRecordset(const std::string& source) {
 }
 
 void Database::Close() {
-    if (connection_ != nullptr) connection_->Close();
+    if (connection_ != nullptr) connection_->Finish();
 }
 
 Database::Transaction::Transaction(const Database& database) {
@@ -121,20 +103,14 @@ Database::Transaction::~Transaction() {
 }
 
 Database DBEngine::CreateDatabase(const std::string& path, const std::string&, int) {
-    MakeFile(path);
-    DeleteLeftovers(path);
-    try {
-        return Database(std::make_shared<engine::Connection>(path, true));
-    } catch (const RunTimeError&) {
-        // Half a database would stand in the way of the next attempt.
-        std::error_code ignored;
-        std::filesystem::remove(os::PathOf(path), ignored);
-        throw;
-    }
+    CheckFileName(path);
+    auto file = std::make_unique<os::NewFile>();
+    engine::RequireMade(file->Begin(path));
+    return Database(std::make_shared<engine::Connection>(path, std::move(file)));
 }
 
 Database DBEngine::OpenDatabase(const std::string& path, bool, bool, const std::string&) {
-    return Database(std::make_shared<engine::Connection>(path, false));
+    return Database(std::make_shared<engine::Connection>(path));
 }
 
 DBEngine& TheDBEngine() {

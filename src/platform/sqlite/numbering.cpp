@@ -123,7 +123,7 @@ std::vector<std::int64_t> FindRows(Connection& connection, const Table& table, c
     const ReadScope one_picture(connection);
     // The first read takes the lock under which the file, and so its stamp, stands still.
     connection.Run("select _rowid_ from " + Quoted(table.name) + " limit 1");
-    if (connection.HasUncommittedChanges()) return Scan(connection, table, column, text);
+    if (connection.IsNew() || connection.HasUncommittedChanges()) return Scan(connection, table, column, text);
     const Numbering& numbering = NumberingOf(connection, table, column);
     if (!numbering.is_proven) return Scan(connection, table, column, text);
     const std::int64_t number = PlainNumber(text);

@@ -26,6 +26,8 @@ int Flags(File::Use use) {
             return kAlways | O_RDWR;
         case File::Use::kAlone:
             return kAlways | O_RDONLY;
+        case File::Use::kNew:
+            return kAlways | O_RDWR | O_CREAT | O_EXCL;
         case File::Use::kOutput:
             break;
     }
@@ -37,6 +39,7 @@ bool IsFitFor(File::Use use, const struct stat& status) {
         case File::Use::kShared:
             return S_ISREG(status.st_mode);
         case File::Use::kAlone:
+        case File::Use::kNew:
             return true;
         case File::Use::kOutput:
             break;
@@ -57,7 +60,8 @@ Fault TakeInto(int descriptor, File::Use use) {
     if (!S_ISREG(status.st_mode)) return Fault::kNone;
     if (IsLockedByOther(descriptor, use)) return Fault::kInUse;
     // Between opening and locking another program may have deleted it.
-    if (fstat(descriptor, &status) != 0 || status.st_nlink == 0) return Fault::kMissing;
+    if (fstat(descriptor, &status) != 0 || status.st_nlink == 0)
+        return use == File::Use::kNew ? Fault::kInUse : Fault::kMissing;
     if (use == File::Use::kOutput && ftruncate(descriptor, 0) != 0) return FaultOf(errno);
     return Fault::kNone;
 }
@@ -150,12 +154,7 @@ Fault File::Write(std::string_view bytes) {
     return Fault::kNone;
 }
 
-Fault MakeEmptyFile(const std::string& path) {
-    const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kForAll);
-    if (descriptor < 0) return FaultOf(errno);
-    close(descriptor);
-    return Fault::kNone;
-}
+Fault File::Sync() { return fsync(Descriptor(handle_)) == 0 ? Fault::kNone : FaultOf(errno); }
 
 bool MayMakeFilesIn(const std::string& folder) { return access(folder.c_str(), W_OK | X_OK) == 0; }
 
