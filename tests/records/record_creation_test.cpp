@@ -96,12 +96,23 @@ TEST_F(RecordCreation, That_is_killed_at_any_step_leaves_no_record_or_a_whole_on
     EXPECT_GE(steps, 5);
 }
 
+/// What the engine plays back into a database that lies beside it: the order to cut it to one page.
+std::string Journal() {
+    const std::string magic = "\xd9\xd5\x05\xf9\x20\xa1\x63\xd7";
+    const auto number = [](int value) {
+        return std::string{'\0', '\0', static_cast<char>(value / 256), static_cast<char>(value % 256)};
+    };
+    std::string header = magic + number(0) + number(0) + number(1) + number(512) + number(4096);
+    header.resize(512, '\0');
+    return header;
+}
+
 TEST_F(RecordCreation, That_loses_its_power_leaves_no_record_or_a_whole_one_and_the_next_Start_works) {
     constexpr int kRounds = 40;
     std::mt19937 chance(1);
     const TempAppFolder folder;
-    WriteFileBytes(folder / "db/Record1.mdb-journal", std::string(600, 'x'));  // of a record that was deleted
-    FileCalls calls(folder / "db");
+    WriteFileBytes(folder / "db/Record1.mdb-journal", Journal());  // of a record that was deleted
+    const FileCalls calls(folder / "db");
     ASSERT_EQ(Start(), 0);
     const int changes = calls.Changes();
     EXPECT_GE(changes, 5);
@@ -110,13 +121,11 @@ TEST_F(RecordCreation, That_loses_its_power_leaves_no_record_or_a_whole_one_and_
             const TempAppFolder after;
             calls.PowerCut(change, chance, after / "db");
             const Texts found = Entries(after / "db");
+            const bool is_made = found == Texts{"Record1.mdb"};
+            ASSERT_TRUE(is_made || change < changes);  // Start had returned
             ASSERT_EQ(Start(), 0) << "power cut before change " << change << ", with " << testing::PrintToString(found);
             ASSERT_EQ(Entries(after / "db"), Texts{"Record1.mdb"});
         }
-    std::mt19937 all(2);
-    const TempAppFolder after;
-    calls.PowerCut(changes, all, after / "db");
-    EXPECT_TRUE(FileExists(after / "db/Record1.mdb"));  // made when Start returned, whatever was not synced
 }
 
 TEST_F(RecordCreation, In_several_programs_at_once_makes_one_record_and_tells_the_others_that_it_exists) {
