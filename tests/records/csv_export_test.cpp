@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace vantrel {
 namespace {
@@ -287,6 +288,13 @@ TEST_F(CsvExport, To_a_file_that_cannot_be_opened_ends_without_a_word) {
     EXPECT_TRUE(user.Sees("Record_View_Form"));
     EXPECT_EQ(Grid().Row(), 2);
     EXPECT_EQ(Grid().Col(), 3);
+}
+
+TEST_F(CsvExport, Onto_a_pipe_ends_without_a_word_and_without_waiting_for_a_reader) {
+    ASSERT_EQ(mkfifo((folder / "pipe.csv").c_str(), S_IRUSR | S_IWUSR), 0);
+    ExportTo("pipe.csv");
+    EXPECT_EQ(user.Messages().size(), 1U);  // the question for consent
+    EXPECT_EQ(Export(), kCaptions + kEmptyLine);
 }
 
 TEST_F(CsvExport, To_a_file_that_cannot_be_opened_does_not_hinder_the_next) {
