@@ -279,8 +279,10 @@ int unlink(const char* path) noexcept {
     return result;
 }
 
-// Of the standard library's ways to remove a file: none of them removes a folder in a test that watches.
-int remove(const char* path) noexcept { return unlink(path); }
+int remove(const char* path) noexcept {
+    const int result = unlink(path);
+    return result != 0 && errno == EISDIR ? rmdir(path) : result;
+}
 
 int renameat2(int from_folder, const char* from, int to_folder, const char* to, unsigned flags) noexcept {
     if (vantrel::Fails(std::string(to))) return -1;
