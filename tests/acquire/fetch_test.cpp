@@ -3,6 +3,7 @@
 #include "state/shared.h"
 #include "support/errors.h"
 #include "support/run_desk.h"
+#include "support/texts.h"
 #include "windows/Form1.h"
 #include "windows/Form4.h"
 
@@ -10,8 +11,6 @@
 
 namespace vantrel {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 const std::string kFourChannels = SmallScanner(0, "channel 1-4 VOLT\n");
 const std::string kEvenChannels = SmallScanner(0, "channel 2 VOLT\nchannel 4 VOLT\nchannel 6 VOLT\nchannel 8 VOLT\n");

@@ -8,6 +8,7 @@
 #include "support/desk.h"
 #include "support/errors.h"
 #include "support/geometry.h"
+#include "support/texts.h"
 #include "windows/DATA_Table.h"
 #include "windows/Form1.h"
 #include "windows/Form3.h"
@@ -30,8 +31,6 @@
 
 namespace vantrel {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 /// The names and captions of menu entries, in order.
 Texts EntriesOf(const QWidget* menu) {

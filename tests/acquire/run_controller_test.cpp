@@ -3,6 +3,7 @@
 #include "state/shared.h"
 #include "support/errors.h"
 #include "support/run_desk.h"
+#include "support/texts.h"
 #include "windows/Form1.h"
 #include "windows/Form4.h"
 
@@ -38,8 +39,6 @@ extern "C" int stat(const char* path, struct stat* status) {
 
 namespace vantrel {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 const std::string kFull = "channel 1-20 VOLT\ncounts 20\n";
 

@@ -5,12 +5,11 @@
 #include "state/shared.h"
 #include "support/errors.h"
 #include "support/run_desk.h"
+#include "support/texts.h"
 #include "windows/Form4.h"
 
 namespace vantrel {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 const std::string kFirst = "0 rout:scan:state?";
 const std::string kSecond = "1 rout:scan:state?";

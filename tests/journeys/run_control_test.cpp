@@ -3,6 +3,7 @@
 #include "platform/toolkit/events.h"
 #include "state/shared.h"
 #include "support/run_desk.h"
+#include "support/texts.h"
 #include "windows/DATA_Table.h"
 #include "windows/Form1.h"
 #include "windows/Form4.h"
@@ -11,8 +12,6 @@
 
 namespace vantrel {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 const std::string kStart = "0 rout:SCAN";
 const std::string kPoll = "0 rout:scan:state?";

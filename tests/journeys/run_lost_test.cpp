@@ -1,11 +1,10 @@
 // Runs that lose an instrument.
 #include "state/shared.h"
 #include "support/run_desk.h"
+#include "support/texts.h"
 
 namespace vantrel {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 const std::string kLost = "Device is disconnected !";
 const std::string kEnd = "End of Job.";

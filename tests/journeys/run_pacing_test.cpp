@@ -1,13 +1,12 @@
 // When a run starts, how its passes are paced and what ends it.
 #include "state/shared.h"
 #include "support/run_desk.h"
+#include "support/texts.h"
 #include "windows/Form1.h"
 #include "windows/Form4.h"
 
 namespace vantrel {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 constexpr int kReadBack = 20 * 50;    // ms: the functions of 20 channels
 constexpr int kPass = 50 + 200 + 50;  // ms: one poll, its wait, and the fetch

@@ -1,11 +1,10 @@
 // What a run sends, message by message.
 #include "state/shared.h"
 #include "support/run_desk.h"
+#include "support/texts.h"
 
 namespace vantrel {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 class RunOnTheWire : public RunDesk {};
 

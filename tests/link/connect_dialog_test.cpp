@@ -4,6 +4,7 @@
 #include "state/shared.h"
 #include "support/desk.h"
 #include "support/errors.h"
+#include "support/texts.h"
 #include "windows/Connect.h"
 #include "windows/DATA_Table.h"
 #include "windows/Form1.h"
@@ -16,8 +17,6 @@
 
 namespace vantrel {
 namespace {
-
-using Strings = std::vector<std::string>;
 
 const std::string kGrid = "MSFlexGrid1";
 
@@ -42,8 +41,8 @@ protected:
         user.Menu("Connected_to_Instrument");
     }
     static std::string Box(int i) { return "Check1(" + std::to_string(i) + ")"; }
-    Strings Rows() {
-        Strings rows;
+    Texts Rows() {
+        Texts rows;
         for (int row = 1; row < user.RowCount("Connect", kGrid); ++row)
             rows.push_back(user.CellText("Connect", kGrid, row, 1) + "/" + user.CellText("Connect", kGrid, row, 2));
         return rows;
@@ -76,7 +75,7 @@ protected:
             EXPECT_EQ(user.CellText("Form1", grid, 0, 0), "");
         }
         EXPECT_EQ(user.Index("Form1", "SSTab1"), 0);
-        EXPECT_EQ(user.Entries("Form1", "Combo1"), Strings{});
+        EXPECT_EQ(user.Entries("Form1", "Combo1"), Texts{});
         EXPECT_FALSE(user.Enabled("Form1", "Command3"));
         EXPECT_FALSE(user.Enabled("Form1", "Command6"));
         EXPECT_FALSE(user.MenuEnabled("set_sc"));
@@ -97,7 +96,7 @@ TEST_F(ConnectDialog, Search_has_run_when_the_dialog_comes_up) {
     Open(Instrument(1, 0) + Instrument(2, 1) + Instrument(3, 2));
     InDialog([this] {
         EXPECT_EQ(user.Caption("Connect"), "Connect to instrument");
-        EXPECT_EQ(Rows(), (Strings{"M2/Serial 2", "M3/Serial 3"}));
+        EXPECT_EQ(Rows(), (Texts{"M2/Serial 2", "M3/Serial 3"}));
         EXPECT_EQ(Ticks(), "--....");
     });
 }
@@ -177,7 +176,7 @@ TEST_F(ConnectDialog, Box_of_a_row_that_is_gone_is_hidden) {
     InDialog([this] {
         wire->bench.Unplug(0);
         user.Click("Connect", "Command1");
-        EXPECT_EQ(Rows(), (Strings{"M2/Serial 2", "M3/Serial 3"}));
+        EXPECT_EQ(Rows(), (Texts{"M2/Serial 2", "M3/Serial 3"}));
         EXPECT_EQ(Ticks(), "--....");
     });
 }
@@ -189,7 +188,7 @@ TEST_F(ConnectDialog, Find_that_finds_nothing_any_more_empties_the_list) {
         wire->bench.Unplug(0);
         wire->bench.Unplug(1);
         user.Click("Connect", "Command1");
-        EXPECT_EQ(Rows(), Strings{});
+        EXPECT_EQ(Rows(), Texts{});
         EXPECT_EQ(Ticks(), "......");
     });
     EXPECT_TRUE(user.Messages().empty());
@@ -235,7 +234,7 @@ TEST_F(ConnectDialog, EXIT_makes_the_ticked_rows_the_devices) {
     EXPECT_EQ(DeviceCount, 2);
     EXPECT_EQ(SlotOf(0), 1);
     EXPECT_EQ(SlotOf(1), 3);
-    EXPECT_EQ(user.Entries("Form1", "Combo1"), (Strings{"Serial 2", "Serial 4"}));
+    EXPECT_EQ(user.Entries("Form1", "Combo1"), (Texts{"Serial 2", "Serial 4"}));
     EXPECT_EQ(user.Index("Form1", "Combo1"), 0);
     EXPECT_FALSE(user.Sees("Connect"));
 }
@@ -334,7 +333,7 @@ TEST_F(ConnectDialog, Nothing_ticked_takes_the_tabs_back_and_the_run_controls_of
 
 TEST_F(ConnectDialog, Nothing_found_gives_the_same_at_EXIT) {
     Open("");
-    InDialog([this] { EXPECT_EQ(Rows(), Strings{}); });
+    InDialog([this] { EXPECT_EQ(Rows(), Texts{}); });
     ExpectTabsWithoutADevice();
     EXPECT_TRUE(user.Messages().empty());
 }
@@ -486,7 +485,7 @@ TEST_F(ConnectDialog, EXIT_itself_sends_nothing) {
     vantrel::Connect& dialog = The<vantrel::Connect>();
     wire->ClearTranscript();
     dialog.Command2_Click();
-    EXPECT_EQ(wire->Calls(), Strings{});
+    EXPECT_EQ(wire->Calls(), Texts{});
 }
 
 TEST_F(ConnectDialog, Second_connection_sends_nothing_between_the_search_and_the_read_backs) {
@@ -495,7 +494,7 @@ TEST_F(ConnectDialog, Second_connection_sends_nothing_between_the_search_and_the
     std::size_t sent_by_the_search = 0;
     wire->ClearTranscript();
     InDialog([&] { sent_by_the_search = wire->Calls().size(); });
-    const Strings calls = wire->Calls();
+    const Texts calls = wire->Calls();
     ASSERT_GT(calls.size(), sent_by_the_search);
     EXPECT_EQ(calls[sent_by_the_search - 1].substr(0, 11), "viFindNext(");
     EXPECT_NE(calls[sent_by_the_search].find("ROUTe:SCAN:TIMER?"), std::string::npos);
@@ -531,7 +530,7 @@ TEST_F(ConnectDialog, Instrument_lost_after_the_search_is_told_once_for_each_que
     });
     user.Menu("Connected_to_Instrument");
     // Timer and ten functions for the scanner card dialog, ten functions for the main window.
-    EXPECT_EQ(user.Messages(), Strings(21, "Device is disconnected !"));
+    EXPECT_EQ(user.Messages(), Texts(21, "Device is disconnected !"));
     EXPECT_EQ(ActiveChannels(0), 0);
     EXPECT_TRUE(RunControlsOn());
 }
@@ -539,7 +538,7 @@ TEST_F(ConnectDialog, Instrument_lost_after_the_search_is_told_once_for_each_que
 TEST_F(ConnectDialog, Default_bench_offers_its_four_scanners) {
     Open();
     InDialog([this] {
-        EXPECT_EQ(Rows(), (Strings{"SB-20/SB20-0417", "SB-20/SB20-0422", "SB-10/SB10-0093", "SB-20/SB20-0008"}));
+        EXPECT_EQ(Rows(), (Texts{"SB-20/SB20-0417", "SB-20/SB20-0422", "SB-10/SB10-0093", "SB-20/SB20-0008"}));
     });
     EXPECT_EQ(FindCount, 6U);
 }
@@ -569,7 +568,7 @@ TEST_F(OnlyTheSecondRow, Device_0_speaks_to_the_second_instrument) {
     wire->ClearTranscript();
     Assign({"Record1"});
     RunAndStopAfter(5000);
-    EXPECT_EQ(wire->Sent(0), Strings{});
+    EXPECT_EQ(wire->Sent(0), Texts{});
     EXPECT_FALSE(wire->Sent(1).empty());
 }
 
@@ -600,7 +599,7 @@ TEST_F(OnlyTheSecondRow, Scan_mode_comes_from_row_1) {
     ScanModeWord(1) = "SCAN:STEP";
     wire->ClearTranscript();
     RunAndStopAfter(3000);
-    const Strings sent = wire->Sent(1);
+    const Texts sent = wire->Sent(1);
     EXPECT_NE(std::find(sent.begin(), sent.end(), "rout:SCAN:STEP\n"), sent.end());
 }
 
@@ -636,7 +635,7 @@ TEST_F(ConnectDialog, Connecting_in_a_run_lets_it_finish_its_pass_and_end) {
     Assign({"Record1"});
     clock.At(static_cast<int>(clock.Elapsed()) + 8000, [this] { Connect({0}); });
     Run();
-    EXPECT_EQ(user.Messages(), Strings{"End of Job."});
+    EXPECT_EQ(user.Messages(), Texts{"End of Job."});
     EXPECT_EQ(DeviceCount, 1);
 }
 
@@ -664,7 +663,7 @@ TEST_F(ConnectDialog, Run_that_lost_its_devices_to_Connect_sends_nothing_and_end
     EXPECT_EQ(sent.empty() ? "fetch?\n" : sent.back().second, "fetch?\n");
     for (const auto& message : sent) EXPECT_NE(message.second, "rout:SCAN\n");
     EXPECT_EQ(DeviceCount, 1);
-    EXPECT_EQ(user.Messages(), Strings{"End of Job."});
+    EXPECT_EQ(user.Messages(), Texts{"End of Job."});
 }
 
 TEST_F(ConnectDialog, Session_that_ends_over_the_dialog_takes_nothing_over_and_asks_nobody) {

@@ -3,13 +3,12 @@
 #include "state/shared.h"
 #include "support/desk.h"
 #include "support/errors.h"
+#include "support/texts.h"
 #include "windows/Connect.h"
 #include "windows/Form1.h"
 
 namespace vantrel {
 namespace {
-
-using Strings = std::vector<std::string>;
 
 class Discovery : public Desk {
 protected:
@@ -34,9 +33,9 @@ protected:
     std::string Model(int row) { return The<vantrel::Connect>().DeviceModel(row); }
 };
 
-const Strings kSixClosesOfZero(6, "viClose(0)");
+const Texts kSixClosesOfZero(6, "viClose(0)");
 
-Strings operator+(Strings left, const Strings& right) {
+Texts operator+(Texts left, const Texts& right) {
     left.insert(left.end(), right.begin(), right.end());
     return left;
 }
@@ -45,7 +44,7 @@ Strings operator+(Strings left, const Strings& right) {
 
 TEST_F(Discovery, First_search_call_by_call) {
     Search(Instrument(7, 2) + Instrument(8, 0) + Instrument(9, 1));
-    const Strings search = {
+    const Texts search = {
         "viOpenDefaultRM()",
         "viFindRsrc(1, \"(USB|GPIB)?*INSTR\")",
         "viOpen(1, \"GPIB0::7::INSTR\", 0, 0)",
@@ -77,7 +76,7 @@ TEST_F(Discovery, First_search_call_by_call) {
 
 TEST_F(Discovery, Messages_have_12_16_and_5_bytes) {
     Search(Instrument(1, 2));
-    const Strings sent = wire->Sent(0);
+    const Texts sent = wire->Sent(0);
     ASSERT_EQ(sent.size(), 3U);
     EXPECT_EQ(sent[0].size(), 12U);
     EXPECT_EQ(sent[1].size(), 16U);
@@ -93,10 +92,10 @@ TEST_F(Discovery, Second_search_closes_list_manager_and_the_first_four_sessions)
     Search(Instruments(5, 0));
     wire->ClearTranscript();
     The<vantrel::Connect>().Command1_Click();
-    Strings calls = wire->Calls();
+    Texts calls = wire->Calls();
     calls.resize(8);
-    EXPECT_EQ(calls, (Strings{"viClose(2)", "viClose(1)", "viClose(3)", "viClose(4)", "viClose(5)", "viClose(6)",
-                              "viOpenDefaultRM()", "viFindRsrc(8, \"(USB|GPIB)?*INSTR\")"}));
+    EXPECT_EQ(calls, (Texts{"viClose(2)", "viClose(1)", "viClose(3)", "viClose(4)", "viClose(5)", "viClose(6)",
+                            "viOpenDefaultRM()", "viFindRsrc(8, \"(USB|GPIB)?*INSTR\")"}));
 }
 
 TEST_F(Discovery, Sessions_beyond_the_fourth_stay_open) {
@@ -119,7 +118,7 @@ TEST_F(Discovery, Status_of_the_last_next_resource_stays) {
 TEST_F(Discovery, Resources_that_are_neither_USB_nor_GPIB_instruments_are_not_opened) {
     Search("instrument TCPIP0::10.0.0.1::INSTR\n  card 2\n" + Instrument(1, 2));
     EXPECT_EQ(FindCount, 1U);
-    EXPECT_EQ(wire->Sent(0), Strings{});
+    EXPECT_EQ(wire->Sent(0), Texts{});
 }
 
 // -------------------------------------------------------------------------------------------------- searches that fail
@@ -127,14 +126,14 @@ TEST_F(Discovery, Resources_that_are_neither_USB_nor_GPIB_instruments_are_not_op
 TEST_F(Discovery, Nothing_found_closes_the_manager_and_tells_nobody) {
     Search("");
     EXPECT_EQ(wire->Calls(),
-              kSixClosesOfZero + (Strings{"viOpenDefaultRM()", "viFindRsrc(1, \"(USB|GPIB)?*INSTR\")", "viClose(1)"}));
+              kSixClosesOfZero + (Texts{"viOpenDefaultRM()", "viFindRsrc(1, \"(USB|GPIB)?*INSTR\")", "viClose(1)"}));
     EXPECT_EQ(DeviceCount, 0);
     EXPECT_EQ(FindCount, 0U);
     EXPECT_EQ(Rows(), 1);
     EXPECT_TRUE(user.Messages().empty());
 }
 
-Strings calls_of_the_stub;
+Texts calls_of_the_stub;
 
 /// A library whose manager opens with `status`, and whose search ends with `search_status` and no resource at all.
 template <std::uint32_t status, std::uint32_t search_status = 0>
@@ -162,14 +161,14 @@ VisaEntryPoints Stub() {
 TEST_F(Discovery, Manager_that_does_not_open_ends_the_search) {
     UseVisa(Stub<0xBFFF0000>());
     The<vantrel::Connect>();
-    EXPECT_EQ(calls_of_the_stub, kSixClosesOfZero + Strings{"viOpenDefaultRM()"});
+    EXPECT_EQ(calls_of_the_stub, kSixClosesOfZero + Texts{"viOpenDefaultRM()"});
     EXPECT_EQ(DeviceCount, 0);
 }
 
 TEST_F(Discovery, Search_that_succeeds_with_no_resource_ends_there) {
     UseVisa(Stub<0>());
     The<vantrel::Connect>();
-    EXPECT_EQ(calls_of_the_stub, kSixClosesOfZero + (Strings{"viOpenDefaultRM()", "viFindRsrc()"}));
+    EXPECT_EQ(calls_of_the_stub, kSixClosesOfZero + (Texts{"viOpenDefaultRM()", "viFindRsrc()"}));
     EXPECT_EQ(Rows(), 1);
 }
 
@@ -205,7 +204,7 @@ TEST_F(Discovery, Resource_that_does_not_open_is_left_out) {
 TEST_F(Discovery, Silent_instrument_costs_one_time_out_and_is_left_out) {
     Search(Instrument(1, -1) + Instrument(2, 2));
     EXPECT_EQ(clock.Elapsed(), 5000);
-    EXPECT_EQ(wire->Sent(0), Strings{"rout:state?\n"});
+    EXPECT_EQ(wire->Sent(0), Texts{"rout:state?\n"});
     EXPECT_EQ(DeviceCount, 1);
     EXPECT_TRUE(user.Messages().empty());
 }
@@ -344,7 +343,7 @@ TEST_F(Discovery, Fifth_instrument_has_a_session_and_no_row) {
 TEST_F(Discovery, Sixth_instrument_with_a_card_is_an_error) {
     Open(Instruments(6, 2));
     EXPECT_EQ(ErrorOf([] { The<vantrel::Connect>(); }), 9);
-    EXPECT_EQ(wire->Sent(5), Strings{"rout:state?\n"});
+    EXPECT_EQ(wire->Sent(5), Texts{"rout:state?\n"});
 }
 
 TEST_F(Discovery, Sixth_instrument_with_a_card_ends_the_program) {

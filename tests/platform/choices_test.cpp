@@ -5,6 +5,7 @@
 #include "platform/toolkit/window.h"
 #include "support/errors.h"
 #include "support/geometry.h"
+#include "support/texts.h"
 #include "support/user.h"
 
 #include <QApplication>
@@ -16,8 +17,6 @@
 
 namespace vantrel {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 struct Choices : Window {
     Choices() : Window("Choices", "Choices", {9000, 6000}) { part.SetGaps({&from, &to}); }

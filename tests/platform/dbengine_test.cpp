@@ -5,6 +5,7 @@
 #include "support/child_process.h"
 #include "support/errors.h"
 #include "support/temp_folder.h"
+#include "support/texts.h"
 #include "support/virtual_clock.h"
 
 #include <fcntl.h>
@@ -16,8 +17,6 @@
 
 namespace vantrel {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 TableDef DataTable() {
     TableDef table;
@@ -39,12 +38,6 @@ void AddRows(Database& database, const Texts& numbers) {
         rows.Update();
     }
     all.Commit();
-}
-
-Texts Counting(int count) {
-    Texts numbers;
-    for (int i = 1; i <= count; ++i) numbers.push_back(std::to_string(i));
-    return numbers;
 }
 
 Texts Walk(Recordset rows, const std::string& column = "num") {

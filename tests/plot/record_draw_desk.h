@@ -5,6 +5,7 @@
 #include "support/desk.h"
 #include "support/errors.h"
 #include "support/records.h"
+#include "support/texts.h"
 #include "windows/Form1.h"
 #include "windows/Record_View_Draw.h"
 
@@ -13,8 +14,6 @@
 #include <vector>
 
 namespace vantrel {
-
-using Texts = std::vector<std::string>;
 
 inline constexpr const char* kDialog = "Record_View_Draw";
 inline constexpr Colour kRed = 255;

@@ -1,6 +1,7 @@
 // What a drawing does to the record's file, and what it leaves when it fails.
 #include "platform/sqlite/numbering.h"
 #include "plot/record_plot_desk.h"
+#include "support/texts.h"
 
 #include <filesystem>
 
@@ -8,8 +9,6 @@ namespace vantrel {
 namespace {
 
 using RecordPlotRepair = RecordPlotDesk;
-using Texts = std::vector<std::string>;
-
 constexpr std::filesystem::file_time_type kLongAgo{};
 
 /// Gives the file a time at which nothing can have written it.

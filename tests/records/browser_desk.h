@@ -4,6 +4,7 @@
 #include "platform/dbengine.h"
 #include "records/record_desk.h"
 #include "support/records.h"
+#include "support/texts.h"
 #include "windows/Record_View_Form.h"
 
 #include <filesystem>
@@ -12,13 +13,6 @@
 #include <vector>
 
 namespace vantrel {
-
-/// The first to the last number, as texts.
-inline Texts Counting(int first, int last) {
-    Texts numbers;
-    for (int number = first; number <= last; ++number) numbers.push_back(std::to_string(number));
-    return numbers;
-}
 
 /// What channel `channel` of row `row` holds in the records of these tests.
 inline std::string RowAndChannel(int row, int channel) { return std::to_string(row) + "/" + std::to_string(channel); }

@@ -3,6 +3,7 @@
 
 #include "state/shared.h"
 #include "support/desk.h"
+#include "support/texts.h"
 #include "windows/Form1.h"
 
 #include <algorithm>
@@ -12,8 +13,6 @@
 #include <vector>
 
 namespace vantrel {
-
-using Texts = std::vector<std::string>;
 
 /// What EXPECT_EXIT finds on the error output of a process that ended with run-time error `number`.
 inline std::string EndedBy(int number) {

@@ -4,6 +4,7 @@
 #include "records/record_desk.h"
 #include "support/child_process.h"
 #include "support/errors.h"
+#include "support/texts.h"
 #include "support/virtual_clock.h"
 
 #include <algorithm>
@@ -27,12 +28,6 @@ Texts Query(const std::string& path, const std::string& sql) {
         &found, nullptr);
     sqlite3_close(file);
     return found;
-}
-
-Texts Counting(int count) {
-    Texts numbers;
-    for (int i = 1; i <= count; ++i) numbers.push_back(std::to_string(i));
-    return numbers;
 }
 
 /// Device 0 with Record1, in a program folder of its own.

@@ -5,6 +5,8 @@
 #include "platform/toolkit/menu.h"
 #include "state/shared.h"
 #include "support/desk.h"
+#include "support/geometry.h"
+#include "support/texts.h"
 
 #include <map>
 #include <sstream>
@@ -13,8 +15,6 @@
 #include <vector>
 
 namespace vantrel {
-
-using Texts = std::vector<std::string>;
 
 /// Twenty channels: DCV everywhere.
 inline const std::string kTwentyVolts = R"(
@@ -129,10 +129,5 @@ protected:
     /// What a field of the scanner card dialog shows.
     std::string Shown(const std::string& control) const { return user.Text("Set_Dev", control); }
 };
-
-/// Left, top, width and height as they were designed.
-inline std::vector<float> BoxOf(const Control& control) {
-    return {control.Left(), control.Top(), control.Width(), control.Height()};
-}
 
 }  // namespace vantrel

@@ -6,6 +6,7 @@
 #include "state/vocabulary.h"
 #include "support/attached.h"
 #include "support/desk.h"
+#include "support/texts.h"
 #include "windows/Form1.h"
 #include "windows/Set_Dev.h"
 
@@ -13,8 +14,6 @@
 
 namespace vantrel {
 namespace {
-
-using Strings = std::vector<std::string>;
 
 /// Device 0 is discovery row 2, so that tables by device and tables by row can be told apart.
 class PlanReadback : public Desk {
@@ -88,7 +87,7 @@ TEST_F(PlanReadback, Cell_that_is_still_empty_is_no_current_channel_and_is_asked
         EXPECT_EQ(Cell(0), "DCV");
         EXPECT_EQ(Cell(1), "ACV");
         EXPECT_EQ(Cell(2), "4W,TEMP");
-        const Strings sent = wire->Sent(0);
+        const Texts sent = wire->Sent(0);
         for (const char* query : {"rout:scan:func? 1\n", "rout:scan:func? 2\n", "TEMPerature:TRANsducer? @3\n"})
             EXPECT_EQ(std::ranges::count(sent, query), 1) << query;
     }
@@ -99,7 +98,7 @@ TEST_F(PlanReadback, Cell_that_is_still_empty_is_no_current_channel_and_is_asked
 TEST_F(PlanReadback, Refresh_asks_for_each_channel_in_turn) {
     OpenWith(20, "channel 1-20 VOLT\n");
     RefreshChannelFunctions(0);
-    Strings expected;
+    Texts expected;
     for (int channel = 1; channel <= 20; ++channel)
         expected.push_back("rout:scan:func? " + std::to_string(channel) + "\n");
     EXPECT_EQ(wire->Sent(0), expected);
@@ -117,7 +116,7 @@ TEST_F(PlanReadback, Refresh_of_no_channels_sends_nothing) {
     OpenWith(10, "");
     ChannelCount(0) = 0;
     RefreshChannelFunctions(0);
-    EXPECT_EQ(wire->Calls(), Strings{});
+    EXPECT_EQ(wire->Calls(), Texts{});
 }
 
 TEST_F(PlanReadback, Refresh_fills_the_row_and_not_the_device) {
@@ -147,11 +146,11 @@ TEST_F(PlanReadback, Refresh_leaves_current_channels_alone_and_does_not_ask_them
 TEST_F(PlanReadback, Refresh_asks_an_RTD_for_its_transducer_at_once) {
     OpenWith(10, "channel 2 TEMP PT100 FRTD\nchannel 3 TEMP PT100 RTD\nchannel 4 TCO K\n");
     RefreshChannelFunctions(0);
-    Strings sent = wire->Sent(0);
+    Texts sent = wire->Sent(0);
     EXPECT_EQ(sent.size(), 12U);
     sent.resize(6);
-    EXPECT_EQ(sent, (Strings{"rout:scan:func? 1\n", "rout:scan:func? 2\n", "TEMPerature:TRANsducer? @2\n",
-                             "rout:scan:func? 3\n", "TEMPerature:TRANsducer? @3\n", "rout:scan:func? 4\n"}));
+    EXPECT_EQ(sent, (Texts{"rout:scan:func? 1\n", "rout:scan:func? 2\n", "TEMPerature:TRANsducer? @2\n",
+                           "rout:scan:func? 3\n", "TEMPerature:TRANsducer? @3\n", "rout:scan:func? 4\n"}));
     EXPECT_EQ(Cell(1), "4W,TEMP");
     EXPECT_EQ(Cell(2), "TEMP");
 }
@@ -303,10 +302,10 @@ TEST_F(PlanReadback, Full_read_back_message_by_message) {
     Cell(2) = "DCI";
     ReadDevicePlan(0);
     EXPECT_EQ(wire->Sent(0),
-              (Strings{"ROUTe:SCAN:TIMER?\n", "rout:scan:func? 1\n", "TEMPerature:RTD:TYPE? @1\n",
-                       "TEMPerature:TRANsducer? @1\n", "rout:scan:func? 2\n", "TCOuple:TYPE? @2\n",
-                       "rout:scan:func? 3\n", "rout:scan:func? 4\n", "rout:scan:func? 5\n", "rout:scan:func? 6\n",
-                       "rout:scan:func? 7\n", "rout:scan:func? 8\n", "rout:scan:func? 9\n", "rout:scan:func? 10\n"}));
+              (Texts{"ROUTe:SCAN:TIMER?\n", "rout:scan:func? 1\n", "TEMPerature:RTD:TYPE? @1\n",
+                     "TEMPerature:TRANsducer? @1\n", "rout:scan:func? 2\n", "TCOuple:TYPE? @2\n", "rout:scan:func? 3\n",
+                     "rout:scan:func? 4\n", "rout:scan:func? 5\n", "rout:scan:func? 6\n", "rout:scan:func? 7\n",
+                     "rout:scan:func? 8\n", "rout:scan:func? 9\n", "rout:scan:func? 10\n"}));
 }
 
 TEST_F(PlanReadback, Each_query_takes_50_ms) {
@@ -339,7 +338,7 @@ TEST_F(PlanReadback, Full_read_back_of_no_channels_asks_for_the_timer_only) {
     OpenWith(10, "");
     ChannelCount(0) = 0;
     ReadDevicePlan(0);
-    EXPECT_EQ(wire->Sent(0), Strings{"ROUTe:SCAN:TIMER?\n"});
+    EXPECT_EQ(wire->Sent(0), Texts{"ROUTe:SCAN:TIMER?\n"});
 }
 
 TEST_F(PlanReadback, Timer_is_kept_in_the_instruments_notation_by_device) {
@@ -481,7 +480,7 @@ TEST_F(PlanReadback, Lost_instrument_leaves_empty_cells_and_is_told_for_each_que
     for (int ch = 0; ch < 10; ++ch) Cell(ch) = "DCV";
     RefreshChannelFunctions(0);
     for (int ch = 0; ch < 10; ++ch) EXPECT_EQ(Cell(ch), "");
-    EXPECT_EQ(user.Messages(), Strings(10, "Device is disconnected !"));
+    EXPECT_EQ(user.Messages(), Texts(10, "Device is disconnected !"));
 }
 
 TEST_F(PlanReadback, Lost_instrument_leaves_a_current_channel_as_a_single_letter) {

@@ -12,6 +12,11 @@
 
 namespace vantrel {
 
+/// Left, top, width and height as they were designed.
+inline std::vector<float> BoxOf(const Control& control) {
+    return {control.Left(), control.Top(), control.Width(), control.Height()};
+}
+
 /// A control and its place on the window's client area, in twips.
 struct Designed {
     std::string control;
