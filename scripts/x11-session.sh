@@ -3,16 +3,53 @@
 # "set -euo pipefail" that calls StartScreen, then StartProgram. Everything started here ends with the script, however
 # that ends; OnExit can be redefined for what the script itself has to clear away.
 #
-# Places are left, top, width and height in twips, 15 to the pixel, as they stand in src/windows.
+# Windows, controls and entries go by their names in src/windows, as window-places tells of them: a control is
+# Form1.Command3, a cell of a grid Form2.MSFlexGrid1(0)[1][2], a tab Form1.SSTab1[1]. A PLACE is one of these names, or
+# left, top, width and height in pixels from the top left corner of the window's client area.
 
-readonly twips=15
-readonly main_height=$((10260 / twips)) # of the main window without its menu bar, in pixels
 scratch=$(mktemp -d)
 program_id=
 started=() # process ids, in the order of starting
 main=      # the main window
 menu_bar=0 # its height
 hang_on=15 # seconds that a step may take
+
+declare -A title_of size_of # of windows: their captions, a blank for none; width and height, "345x177"
+declare -A place_of         # of controls, cells and tabs
+declare -A number_of        # of an entry in its list or menu, and of a menu in the bar: Set_Dev.ch(16).DCI, Form1.set_sc
+declare -A menu_of entries_of # of a menu entry: its menu, and how many entries that has
+
+# ReadPlaces PROGRAM INSTRUMENTS: takes up what the windows consist of, with so many instruments connected.
+ReadPlaces() {
+    local kind window fields name
+    while IFS=$'\t' read -r kind window fields; do
+        IFS=$'\t' read -ra fields <<<"$fields"
+        name=$window.${fields[0]}
+        case $kind in
+        window)
+            size_of[$window]=${fields[0]}x${fields[1]}
+            title_of[$window]=${fields[2]:- }
+            ;;
+        control) place_of[$name]=${fields[*]:2} ;;
+        tab)
+            name+="[${fields[1]}]"
+            place_of[$name]=${fields[*]:2}
+            ;;
+        cell)
+            name+="[${fields[1]}][${fields[2]}]"
+            place_of[$name]=${fields[*]:3}
+            ;;
+        item) number_of[$name.${fields[2]:-}]=${fields[1]} ;;
+        menu) number_of[$name]=${fields[1]} ;;
+        entry)
+            menu_of[$name]=$window.${fields[1]}
+            number_of[$name]=${fields[2]}
+            entries_of[$name]=${fields[3]}
+            ;;
+        esac
+    done < <("$1" "$2")
+    ((${#place_of[@]} > 0)) || Fail "$1 tells of no window"
+}
 
 OnExit() { :; }
 
@@ -64,13 +101,13 @@ StartScreen() {
     WaitUntil "$hang_on" test -e "$scratch/managed" || Fail "openbox does not start: $(<"$scratch/openbox.log")"
 }
 
-# StartProgram PROGRAM: starts it and waits for its main window.
+# StartProgram PROGRAM: starts it and waits for its main window. To be called behind ReadPlaces.
 StartProgram() {
     "$1" 2>"$scratch/program.log" &
     program_id=$!
     started+=("$program_id")
-    main=$(WaitWindow "VANTREL MAIN")
-    menu_bar=$(($(Measure "$main" HEIGHT) - main_height))
+    main=$(WaitWindow Form1)
+    menu_bar=$(($(Measure "$main" HEIGHT) - ${size_of[Form1]#*x}))
 }
 
 ProgramRuns() { grep -qs '^State:[[:space:]]*[^Z]' "/proc/$program_id/status"; }
@@ -89,12 +126,13 @@ WaitEnd() {
 # Measure WINDOW WIDTH|HEIGHT|X|Y, in pixels
 Measure() { xdotool getwindowgeometry --shell "$1" | sed -n "s/^$2=//p"; }
 
-# FindWindow TITLE [WIDTHxHEIGHT]: prints the id of a window on the screen; fails if there is none.
+# FindWindow WINDOW|TITLE: prints the id of a window on the screen; fails if there is none. Windows without a caption
+# are told apart by their size.
 FindWindow() {
-    local id
+    local id title=${title_of[$1]:-$1}
     for id in $(xdotool search --onlyvisible --class vantrel 2>/dev/null); do
-        if [[ $(xdotool getwindowname "$id") == "$1" ]] &&
-            [[ -z ${2:-} || $(Measure "$id" WIDTH)x$(Measure "$id" HEIGHT) == "$2" ]]; then
+        if [[ $(xdotool getwindowname "$id") == "$title" ]] &&
+            [[ $title != " " || $(Measure "$id" WIDTH)x$(Measure "$id" HEIGHT) == "${size_of[$1]}" ]]; then
             echo "$id"
             return
         fi
@@ -102,13 +140,13 @@ FindWindow() {
     return 1
 }
 
-# WaitWindow TITLE [WIDTHxHEIGHT]: prints the id of the window once it is up: active, painted and at rest. Message boxes are
-# called VANTREL; the title of dialogs without a caption is a blank, and their size tells them apart.
+# WaitWindow WINDOW|TITLE: prints the id of the window once it is up: active, painted and at rest. Message boxes and the
+# dialogs of the toolkit go by their titles; that of a message box is VANTREL.
 WaitWindow() {
     local end=$((SECONDS + hang_on)) id
     until id=$(FindWindow "$@") && IsUp "$id"; do
         ProgramRuns || Fail "the program ended before its window \"$1\" came: $(<"$scratch/program.log")"
-        ((SECONDS < end)) || Fail "the window \"$1\"${2:+ of $2} does not come within $hang_on s"
+        ((SECONDS < end)) || Fail "the window \"$1\" does not come within $hang_on s"
         sleep 0.05
     done
     echo "$id"
@@ -132,9 +170,11 @@ IsUp() {
 
 # Picture WINDOW [PLACE]: what it looks like, as a picture on the standard output.
 Picture() {
-    local window=$1 crop=()
-    shift
-    (($# == 0)) || crop=(-crop "$(($3 / twips))x$(($4 / twips))+$(($1 / twips))+$(($2 / twips + $(Above "$window")))")
+    local window=$1 crop=() left top width height
+    if [[ ${2:-} ]]; then
+        read -r left top width height <<<"$(Place "$2")"
+        crop=(-crop "${width}x$height+$left+$((top + $(Above "$window")))")
+    fi
     import -silent -window "$window" "${crop[@]}" +repage png:-
 }
 
@@ -155,43 +195,65 @@ LooksDifferent() {
 
 # ---- Hands
 
-# Above WINDOW: pixels between its top and the area that places are counted from.
+# Place PLACE: left, top, width and height.
+Place() {
+    if [[ $1 == *" "* ]]; then echo "$1"; else echo "${place_of[$1]:?there is no $1}"; fi
+}
+
+# Above WINDOW: pixels between its top and its client area.
 Above() { if [[ $1 == "$main" ]]; then echo "$menu_bar"; else echo 0; fi; }
 
 # ClickPixel WINDOW X Y
 ClickPixel() { xdotool mousemove --window "$1" "$2" "$(($3 + $(Above "$1")))" click 1; }
 
 # Click WINDOW PLACE: clicks the middle of a place.
-Click() { ClickPixel "$1" $((($2 + $4 / 2) / twips)) $((($3 + $5 / 2) / twips)); }
+Click() {
+    local left top width height
+    read -r left top width height <<<"$(Place "$2")"
+    ClickPixel "$1" $((left + width / 2)) $((top + height / 2))
+}
 
 # Keys KEY...
 Keys() { xdotool key --delay 30 "$@"; }
 
-# Pick WINDOW PLACE ENTRY: picks entry ENTRY, from 0, from the list of a combo box.
+# OpenList WINDOW COMBO: opens the list of a combo box.
+OpenList() {
+    local left top width height
+    read -r left top width height <<<"$(Place "$2")"
+    ClickPixel "$1" $((left + width - 7)) $((top + height / 2))
+}
+
+# Pick WINDOW COMBO ENTRY: picks an entry, by its text, from the list of a combo box.
 Pick() {
-    ClickPixel "$1" $((($2 + $4) / twips - 7)) $((($3 + $5 / 2) / twips))
-    local down=()
+    local place=${number_of[$2.$3]:?there is no entry $3 in $2}
+    OpenList "$1" "$2"
+    Keys Home $(Repeated "$place" Down) Return
+}
+
+# Repeated NUMBER KEY: the key so many times.
+Repeated() {
     local i
-    for ((i = 0; i < $6; ++i)); do down+=(Down); done
-    Keys Home "${down[@]}" Return
+    for ((i = 0; i < $1; ++i)); do echo "$2"; done
 }
 
 # Type WINDOW PLACE TEXT: puts a text into a field, in place of what it holds.
 Type() {
-    Click "${@:1:5}"
+    Click "$1" "$2"
     Keys ctrl+a
-    xdotool type --delay 30 "$6"
+    xdotool type --delay 30 "$3"
 }
 
-# Menu NUMBER KEY...: opens a menu of the main window, counted from 0, and presses the keys in it. Keys that come before
-# the menu is there would be lost.
+# Menu ENTRY: picks an entry from the menus of the main window: Form1.set_read. From the end of its menu that is nearer, so
+# that entries that are off beyond it do not count. Keys that come before the menu is there would be lost.
 Menu() {
-    local right=() i before
-    for ((i = 0; i < $1; ++i)); do right+=(Right); done
+    local menu=${menu_of[$1]:?there is no entry $1} above=${number_of[$1]} below way before
+    below=$((${entries_of[$1]} - above))
+    if ((below <= above)); then way=$(Repeated "$below" Up); else way=$(Repeated $((above + 1)) Down); fi
     before=$(WindowsShown)
     xdotool mousemove --window "$main" 40 $((menu_bar / 2)) click 1
     WaitUntil "$hang_on" HasMoreWindows "$before" || Fail "the menu does not open"
-    Keys "${right[@]}" "${@:2}"
+    # shellcheck disable=SC2086 # a word for each key
+    Keys $(Repeated "${number_of[$menu]}" Right) $way Return
 }
 
 # WindowsShown: number of the program's windows on the screen, open menus included.
