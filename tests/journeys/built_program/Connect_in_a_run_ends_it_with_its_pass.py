@@ -1,6 +1,6 @@
 from desk import Desk, Expect, Until
-from run_controls import ExpectOn, all_off, idle
-from runs import ConfirmEnd, ExpectNumbers, ExpectSent, Sent, poll
+from desk.run_controls import ExpectOn, all_off, idle
+from desk.runs import ConfirmEnd, ExpectNumbers, ExpectSent, Sent, poll
 
 of_first = ["+2.00000000E+00", "-1.50000000E+00", "+3.00000000E+00"]
 of_second = ["+7.00000000E+00", "+8.00000000E+00", "+9.00000000E+00"]

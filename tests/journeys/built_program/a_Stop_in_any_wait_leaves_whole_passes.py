@@ -1,6 +1,7 @@
 from desk import Desk, Expect, Until
-from run_controls import ExpectOn, idle, in_run
-from runs import ConfirmEnd, ExpectSent, ExpectWhole, Sent, Set, begin, one_pass, poll, row_of_readings, same_readings_bench
+from desk.run_controls import ExpectOn, idle, in_run
+from desk.runs import (ConfirmEnd, ExpectSent, ExpectWhole, Sent, Set, begin, one_pass, poll, row_of_readings,
+                       same_readings_bench)
 
 rest_of_pass = r"(rout:scan:state\? )*fetch\?"
 

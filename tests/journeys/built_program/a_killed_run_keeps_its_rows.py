@@ -1,5 +1,5 @@
 from desk import Desk, Expect, Until
-from runs import ExpectSound, ExpectWhole, same_readings_bench
+from desk.runs import ExpectSound, ExpectWhole, same_readings_bench
 
 with Desk(same_readings_bench) as desk:
     desk.Connect()

@@ -1,5 +1,5 @@
-from browsing import OpenRecord
 from desk import Desk, Expect, Until
+from desk.browsing import OpenRecord
 
 rows = 100_000
 first, last = 40_001, 65_000

@@ -1,5 +1,5 @@
 from desk import Desk, Expect, quick_bench
-from run_controls import ExpectOn, idle, lost
+from desk.run_controls import ExpectOn, idle, lost
 
 with Desk(quick_bench + "  unplugged at call 100\n") as desk:
     main = desk.Window("Form1")

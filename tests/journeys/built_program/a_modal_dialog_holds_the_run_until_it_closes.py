@@ -1,7 +1,7 @@
 from desk import Desk, Expect, Until
-from run_controls import ExpectOn, idle, idle_in_run, in_run
-from runs import (ConfirmEnd, ExpectSent, ExpectWhole, Sent, WaitForPoll, begin, one_pass, row_of_readings,
-                  same_readings_bench)
+from desk.run_controls import ExpectOn, idle, idle_in_run, in_run
+from desk.runs import (ConfirmEnd, ExpectSent, ExpectWhole, Sent, WaitForPoll, begin, one_pass, row_of_readings,
+                       same_readings_bench)
 
 with Desk(same_readings_bench) as desk:
     main = desk.Window("Form1")

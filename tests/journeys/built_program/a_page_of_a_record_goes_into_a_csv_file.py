@@ -1,5 +1,5 @@
-from browsing import AskToSave, Csv, OpenRecord
 from desk import Desk, Expect, Until
+from desk.browsing import AskToSave, Csv, OpenRecord
 
 
 def ExpectPage(what):

@@ -1,10 +1,10 @@
 import os
 import signal
 
-from browsing import OpenRecord, Select
-from contents import ExpectMessage
 from desk import Desk, Expect, Until
-from runs import ExpectSound
+from desk.browsing import OpenRecord, Select
+from desk.contents import ExpectMessage
+from desk.runs import ExpectSound
 
 rows = 100_000
 

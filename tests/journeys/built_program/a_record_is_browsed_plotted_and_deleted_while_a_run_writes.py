@@ -1,7 +1,7 @@
-from browsing import AnswerDelete, OpenRecord
-from contents import ExpectMessage
 from desk import Desk, Expect, Until, quick_bench
-from runs import ExpectSound
+from desk.browsing import AnswerDelete, OpenRecord
+from desk.contents import ExpectMessage
+from desk.runs import ExpectSound
 
 surface = 583  # columns of the plot
 scanner = quick_bench[quick_bench.index("instrument"):]

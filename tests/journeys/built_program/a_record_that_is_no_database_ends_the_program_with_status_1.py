@@ -1,5 +1,5 @@
-from contents import ExpectMessage
 from desk import Desk, Expect
+from desk.contents import ExpectMessage
 
 with Desk() as desk:
     file = desk.folder / "db" / "Record1.mdb"

@@ -1,5 +1,5 @@
 from desk import Desk, Expect, Until
-from runs import ConfirmEnd, ExpectEnded
+from desk.runs import ConfirmEnd, ExpectEnded
 
 with Desk() as desk:
     main = desk.Window("Form1")

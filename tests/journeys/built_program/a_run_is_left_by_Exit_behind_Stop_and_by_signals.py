@@ -1,8 +1,8 @@
 import signal
 
 from desk import Desk, Expect, Until
-from run_controls import ExpectOn, in_run
-from runs import ExpectEnded, ExpectWhole, Sent, poll, same_readings_bench
+from desk.run_controls import ExpectOn, in_run
+from desk.runs import ExpectEnded, ExpectWhole, Sent, poll, same_readings_bench
 
 
 def InRun(desk):

@@ -1,5 +1,5 @@
 from desk import Desk, Expect, Until
-from run_controls import ExpectOn, all_off, idle
+from desk.run_controls import ExpectOn, all_off, idle
 
 with Desk() as desk:
     main = desk.Window("Form1")

@@ -1,7 +1,7 @@
 import ctypes
 
-from browsing import AnswerDelete, Select
 from desk import Desk, Expect, Until
+from desk.browsing import AnswerDelete, Select
 
 
 class _AnyEvent(ctypes.Structure):

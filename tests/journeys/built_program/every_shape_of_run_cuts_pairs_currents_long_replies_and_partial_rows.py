@@ -1,7 +1,7 @@
 from datetime import datetime
 
 from desk import Desk, Expect
-from scans import Current, LiveTable, Row, Run, SetCurrent, SetRead, WritePlan
+from desk.scans import Current, LiveTable, Row, Run, SetCurrent, SetRead, WritePlan
 
 names = ["4W", "DCI", "ACI", "NONE", "4W,TEMP", "NONE", "DCV", "2W", "NONE", "NONE"]
 

@@ -1,6 +1,6 @@
-from browsing import AnswerDelete
-from contents import ExpectMessage
 from desk import Desk, Expect, Until
+from desk.browsing import AnswerDelete
+from desk.contents import ExpectMessage
 
 
 def DrawRange(first, last):

@@ -1,5 +1,5 @@
-from contents import ExpectMessage
 from desk import Desk, Expect, Until, quick_bench
+from desk.contents import ExpectMessage
 
 
 def PickCurrent(window, channel, function):

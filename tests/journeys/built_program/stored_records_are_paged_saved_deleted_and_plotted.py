@@ -1,5 +1,5 @@
-from browsing import AnswerDelete, AskToSave, Csv, Select
 from desk import Desk, Expect, Until
+from desk.browsing import AnswerDelete, AskToSave, Csv, Select
 
 rows = 2500
 first, last = 501, 2000  # of the plot: from -1.498 to +1.5

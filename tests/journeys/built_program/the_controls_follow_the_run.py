@@ -1,5 +1,5 @@
 from desk import Desk, Expect, Until
-from run_controls import ExpectOn, all_off, idle, idle_in_run, in_run
+from desk.run_controls import ExpectOn, all_off, idle, idle_in_run, in_run
 
 # Each pass lasts for two dozen polls: long enough to look around after Stop.
 unhurried_bench = """

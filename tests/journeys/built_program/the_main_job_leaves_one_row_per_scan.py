@@ -1,5 +1,5 @@
 from desk import Desk, Expect, Until
-from runs import ConfirmEnd, ExpectSound, ExpectWhole, Sent, same_readings_bench
+from desk.runs import ConfirmEnd, ExpectSound, ExpectWhole, Sent, same_readings_bench
 
 with Desk(same_readings_bench) as desk:
     main = desk.Window("Form1")

@@ -1,5 +1,5 @@
-from contents import ExpectContents, Shows
 from desk import Desk, Expect
+from desk.contents import ExpectContents, Shows
 
 channels = range(1, 21)
 records = ["Record1.mdb", "Record2.mdb", "bench.mdb"]

@@ -1,7 +1,7 @@
 import datetime
 
-from contents import ExpectContents, Shows
 from desk import Desk, Expect, Until
+from desk.contents import ExpectContents, Shows
 
 # Four kinds of channels: without a sensor, with one of either kind, and a four-wire pair, 4 and 9.
 bench = """

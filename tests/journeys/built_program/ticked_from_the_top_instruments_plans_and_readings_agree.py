@@ -1,6 +1,6 @@
 from desk import Desk, Expect
-from four_scanners import alpha, bench, bravo, charlie, delta, delta_of_10
-from scans import ExpectScans, LiveTable, ReadBack, Row, Run, SetRead
+from desk.four_scanners import alpha, bench, bravo, charlie, delta, delta_of_10
+from desk.scans import ExpectScans, LiveTable, ReadBack, Row, Run, SetRead
 
 poll = "rout:scan:state?"
 

@@ -1,5 +1,5 @@
-from contents import ExpectMessage
 from desk import Desk, Expect, quick_bench
+from desk.contents import ExpectMessage
 
 bench = quick_bench + """
 instrument GPIB0::8::INSTR

@@ -1,6 +1,6 @@
 from desk import Desk, Expect
-from four_scanners import alpha, bench, bravo_of_10, charlie, off
-from scans import Current, ExpectScans, LiveTable, ReadBack, Row, Run, SeeValue, SetCurrent, WritePlan
+from desk.four_scanners import alpha, bench, bravo_of_10, charlie, off
+from desk.scans import Current, ExpectScans, LiveTable, ReadBack, Row, Run, SeeValue, SetCurrent, WritePlan
 
 discovery = ["rout:state?\\n", "cal:sec:serial?\\n", "*IDN?"]
 poll = "rout:scan:state?"

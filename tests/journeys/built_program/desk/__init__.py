@@ -2,7 +2,7 @@
 
 Called as TEST PROGRAM BENCH_FOLDER. What the program shows is read from the accessibility bus, as a screen reader does it;
 what the user does are events of the X server. Windows, controls and menu entries go by their names in src/windows: the
-accessible children of a window stand in the order in which its header declares its controls.
+accessible children of a window stand in the order in which window-places tells its controls.
 
     with Desk(bench) as desk:
         main = desk.Window("Form1")
@@ -18,7 +18,6 @@ Everything that a Desk starts ends with it. Waiting is asking again until it is 
 import contextlib
 import os
 import pathlib
-import re
 import shutil
 import signal
 import sqlite3
@@ -27,13 +26,13 @@ import sys
 import tempfile
 import time
 
-import accessibility as a11y
 from gi.repository import GLib
 
-_repository = pathlib.Path(__file__).resolve().parents[3]
+from desk import accessibility as a11y
+
 _name_of_the_test = pathlib.Path(sys.argv[0]).stem
 
-quick_bench = pathlib.Path(__file__).with_name("quick.bench").read_text()
+quick_bench = pathlib.Path(__file__).parents[1].joinpath("quick.bench").read_text()
 
 
 class Failure(Exception):
@@ -71,35 +70,42 @@ def _StateOf(process):
 
 
 class _Design:
-    """What the source says of a window: its caption, and its controls and menu entries in their order."""
+    """What a window consists of: its caption, and its controls and menu entries in their order."""
 
-    _declaration = re.compile(
-        r"^    (?:ControlArray<(?P<kind_of_many>\w+), (?P<number>\d+)>|(?P<kind>\w+)) (?P<name>\w+)"
-        r"\{(?P<on>\*this|\w+), +\"(?P=name)\"", re.MULTILINE)
-
-    def __init__(self, name):
-        header = (_repository / "src/windows" / f"{name}.h").read_text()
-        source, = (_repository / "src").glob(f"*/{name}.cpp")
-        self.caption = re.search(rf'Window\("{name}", "([^"]*)"', source.read_text()).group(1)
+    def __init__(self, caption):
+        self.caption = caption
         self.controls = []  # names, in order
         self.in_frames = {}  # names by the frame that they stand in
-        self.on_tabs = {}  # names by the tab strip that they stand on, one on each page
-        self.menus = []  # (name, names of its entries)
-        for found in self._declaration.finditer(header):
-            kind, name, on = found["kind"] or found["kind_of_many"], found["name"], found["on"]
-            names = [f"{name}({i})" for i in range(int(found["number"]))] if found["number"] else [name]
-            if kind == "Frame":
-                self.in_frames[name] = []
-            if kind == "Menu" or kind == "MenuItem" and on == "*this":
-                self.menus.append((name, []))
-            elif kind == "MenuItem":
-                next(entries for menu, entries in self.menus if menu == on).append(name)
-            elif on == "*this":
-                self.controls += names
-            elif on in self.in_frames:
-                self.in_frames[on] += names
-            else:
-                self.on_tabs.setdefault(on, []).append(names)
+        self.on_tabs = {}  # names by the tab strip that they stand on, page by page
+        self.menus = []  # (name, names of its entries, separators included)
+
+    def AddControl(self, name, window, parent):
+        strip, is_page, page = parent.partition("[")
+        if parent == window:
+            self.controls.append(name)
+        elif is_page:
+            pages = self.on_tabs.setdefault(strip, [])
+            while len(pages) <= int(page.rstrip("]")):
+                pages.append([])
+            pages[-1].append(name)
+        else:
+            self.in_frames.setdefault(parent, []).append(name)
+
+
+def _DesignsOf(program):
+    """What the windows of a program consist of, by their names: window-places beside it tells."""
+    told = subprocess.run([program.with_name("window-places")], stdout=subprocess.PIPE, text=True, check=True).stdout
+    designs = {}
+    for kind, window, *fields in (line.split("\t") for line in told.splitlines()):
+        if kind == "window":
+            designs[window] = _Design(fields[2])
+        elif kind == "control":
+            designs[window].AddControl(fields[0], window, fields[1])
+        elif kind == "menu":
+            designs[window].menus.append((fields[0], []))
+        elif kind == "entry":
+            designs[window].menus[-1][1].append(fields[0])
+    return designs
 
 
 class _Window:
@@ -113,10 +119,9 @@ class _Window:
         self._nodes = dict(zip(design.controls, bus.Children(client)))
         for frame, names in design.in_frames.items():
             self._nodes.update(zip(names, bus.Children(self._nodes[frame])))
-        for tabs, arrays in design.on_tabs.items():
-            pages = bus.Children(bus.Children(self._nodes[tabs])[0])
-            for i, page in enumerate(pages):
-                self._nodes.update(zip((names[i] for names in arrays), bus.Children(page)))
+        for tabs, pages in design.on_tabs.items():
+            for names, page in zip(pages, bus.Children(bus.Children(self._nodes[tabs])[0])):
+                self._nodes.update(zip(names, bus.Children(page)))
         self._menu_of = {}
         if design.menus:
             self._FindMenus(children, design)
@@ -401,6 +406,7 @@ class Desk:
     def __init__(self, bench=quick_bench, environment=None, with_library=True):
         """The instruments on the bench are found through a VISA library, unless the desk is to have none."""
         self._program_file, self._bench_folder = (pathlib.Path(argument) for argument in sys.argv[1:3])
+        self._designs = _DesignsOf(self._program_file)
         self._bench = bench
         self._has_library = with_library
         self._started = []  # processes, in the order of starting
@@ -545,7 +551,7 @@ class Desk:
 
     def Window(self, name):
         """Waits for a window, by its name, until it is up."""
-        design = _Design(name)
+        design = self._designs[name]
 
         def Fits(node):
             if self.bus.Names([node])[0].strip() != design.caption:
