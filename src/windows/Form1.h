@@ -32,10 +32,10 @@ struct Form1 : Window {
     CommandButton Command3{*this, "Command3", {480, 0, 1180, 420}, "", "start", "Start"};
     CommandButton Command4{*this, "Command4", {1680, 0, 400, 420}, "", "stop", "Stop"};
     CommandButton Command6{*this, "Command6", {2400, 0, 400, 420}, "", "see_value", "See Value ."};  // Kept: K-texts
-    CommandButton Command8{*this, "Command8", {2880, 0, 400, 420}, "", "draw_settings", "Set Draw"};
-    CommandButton Command10{*this, "Command10", {3600, 0, 400, 420}, "", "database", "Set Record"};
+    CommandButton Command8{*this, "Command8", {2880, 0, 400, 420}, "", "draw_settings", "", "Set Draw"};
+    CommandButton Command10{*this, "Command10", {3600, 0, 400, 420}, "", "database", "", "Set Record"};
     CommandButton Command7{*this, "Command7", {4080, 0, 400, 420}, "", "open_record", "Open Record"};
-    CommandButton Command9{*this, "Command9", {4560, 0, 400, 420}, "", "record_draw", "Record Draw"};
+    CommandButton Command9{*this, "Command9", {4560, 0, 400, 420}, "", "record_draw", "", "Record Draw"};
     CommandButton Command5{*this, "Command5", {5280, 0, 400, 420}, "", "printer", "Printer"};
 
     ImageBox row_stat{*this, "row_stat", {120, 4425, 180, 285}, "row_marker"};

@@ -113,8 +113,8 @@ TEST_F(MainWindow, Has_its_menus_under_their_names) {
 
 TEST_F(MainWindow, Has_pictures_on_its_tool_bar_and_the_given_tool_tips) {
     const std::vector<std::pair<std::string, std::string>> tips = {
-        {"Command3", "Start"},       {"Command4", "Stop"},        {"Command6", "See Value ."}, {"Command8", "Set Draw"},
-        {"Command10", "Set Record"}, {"Command7", "Open Record"}, {"Command9", "Record Draw"}, {"Command5", "Printer"},
+        {"Command3", "Start"}, {"Command4", "Stop"},        {"Command6", "See Value ."}, {"Command8", ""},
+        {"Command10", ""},     {"Command7", "Open Record"}, {"Command9", ""},            {"Command5", "Printer"},
     };
     for (const auto& [button, tip] : tips) {
         EXPECT_EQ(user.ToolTip("Form1", button), tip) << button;
@@ -124,11 +124,18 @@ TEST_F(MainWindow, Has_pictures_on_its_tool_bar_and_the_given_tool_tips) {
 }
 
 TEST_F(MainWindow, Tells_a_screen_reader_what_every_button_is_for) {
-    for (const char* button : {"Command1", "Command2", "Command3", "Command4", "Command5", "Command6", "Command7",
-                               "Command8", "Command9", "Command10"}) {
-        const QString name = user.FindControl("Form1", button)->accessibleName();
-        EXPECT_FALSE(name.isEmpty() || name.startsWith("Command")) << button;
-    }
+    for (const auto& [button, name] :
+         std::vector<std::pair<std::string, std::string>>{{"Command3", "Start"},
+                                                          {"Command4", "Stop"},
+                                                          {"Command6", "See Value ."},
+                                                          {"Command8", "Set Draw"},
+                                                          {"Command10", "Set Record"},
+                                                          {"Command7", "Open Record"},
+                                                          {"Command9", "Record Draw"},
+                                                          {"Command5", "Printer"},
+                                                          {"Command1", "Move the zero line up"},
+                                                          {"Command2", "Move the zero line down"}})
+        EXPECT_EQ(FromQt(user.FindControl("Form1", button)->accessibleName()), name);
 }
 
 TEST_F(MainWindow, Never_shows_the_backing_copies) {

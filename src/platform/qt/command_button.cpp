@@ -35,12 +35,12 @@ ButtonWidget& ButtonOf(QWidget* widget) { return *static_cast<ButtonWidget*>(wid
 }  // namespace
 
 CommandButton::CommandButton(const Place& place, const std::string& name, const Box& box, const std::string& caption,
-                             const std::string& icon, const std::string& tool_tip)
+                             const std::string& icon, const std::string& tool_tip, const std::string& spoken_name)
     : Control(place, name, box, new ButtonWidget(ToCaption(caption))) {
     ButtonWidget& button = ButtonOf(widget_);
     if (!icon.empty()) button.setIcon(Icon(icon));
     SetToolTipText(tool_tip);
-    if (caption.empty()) button.setAccessibleName(ToQt(tool_tip.empty() ? name : tool_tip));
+    if (caption.empty()) button.setAccessibleName(ToQt(spoken_name.empty() ? tool_tip : spoken_name));
     QObject::connect(&button, &QPushButton::clicked, life_, [this] { Raise(OnClick); });
 }
 

@@ -33,9 +33,10 @@ public:
 
 class CommandButton : public Control {
 public:
-    /// `icon`: name of one of the program's icons, or empty.
+    /// `icon`: name of one of the program's icons, or empty. `spoken_name`: what a screen reader calls a button without
+    /// a caption; if empty, the tool tip.
     CommandButton(const Place& place, const std::string& name, const Box& box, const std::string& caption,
-                  const std::string& icon = "", const std::string& tool_tip = "");
+                  const std::string& icon = "", const std::string& tool_tip = "", const std::string& spoken_name = "");
     Handler OnClick;
 };
 
