@@ -96,7 +96,7 @@ TEST_F(Controls, A_text_box_runs_its_change_for_each_key_and_for_an_assignment_t
     EXPECT_EQ(happened, (Happened{"1", "12", "3"}));
 }
 
-TEST_F(Controls, A_key_filter_sees_characters_and_backspace_but_no_other_keys) {
+TEST_F(Controls, A_key_filter_sees_characters_backspace_and_Escape_but_no_other_keys) {
     trial.Text1.OnKeyPress = [](int character) {
         happened.push_back(std::to_string(character));
         return character == 8 || (character >= '0' && character <= '9');
@@ -105,8 +105,10 @@ TEST_F(Controls, A_key_filter_sees_characters_and_backspace_but_no_other_keys) {
     user.Press("Trial", "Text1", Qt::Key_Left);
     user.Press("Trial", "Text1", Qt::Key_Backspace);
     user.Press("Trial", "Text1", Qt::Key_Delete);
-    EXPECT_EQ(happened, (Happened{"49", "101", "53", "45", "8"}));
+    user.Press("Trial", "Text1", Qt::Key_Escape);
+    EXPECT_EQ(happened, (Happened{"49", "101", "53", "45", "8", "27"}));
     EXPECT_EQ(trial.Text1.Text(), "");
+    EXPECT_TRUE(trial.Visible());
 }
 
 TEST_F(Controls, Pasted_text_passes_the_key_filter) {

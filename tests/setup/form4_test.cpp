@@ -358,9 +358,17 @@ TEST_F(ReadSchedule, Its_close_box_forgets_the_settings) {
 }
 
 TEST_F(ReadSchedule, Escape_forgets_the_settings_as_the_close_box_does) {
-    user.WhenShown("Form4", [&] { user.Press("Form4", "N_SCAN", Qt::Key_Escape); });
+    user.WhenShown("Form4", [&] { user.Press("Form4", "stop_after_n_scan", Qt::Key_Escape); });
     user.Menu("set_read");
     EXPECT_FALSE(IsLoaded<Form4>());
+}
+
+TEST_F(ReadSchedule, Escape_in_the_count_is_swallowed_like_every_key_that_is_no_digit) {
+    Fresh();
+    user.Type("Form4", "N_SCAN", "7");
+    user.Press("Form4", "N_SCAN", Qt::Key_Escape);
+    EXPECT_TRUE(user.Sees("Form4"));
+    EXPECT_EQ(Shown("N_SCAN"), "7");
 }
 
 TEST_F(ReadSchedule, Enter_in_the_count_presses_no_button) {

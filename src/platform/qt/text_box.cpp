@@ -16,6 +16,7 @@ namespace vantrel {
 namespace {
 
 constexpr char32_t kBackspace = 8;
+constexpr char32_t kEscape = 27;
 
 /// The characters that an event types: those of a character key, or what an input method commits.
 QList<uint> TypedCharacters(QEvent* event) {
@@ -25,6 +26,7 @@ QList<uint> TypedCharacters(QEvent* event) {
     const bool shortcut = key->modifiers() & Qt::ControlModifier && !(key->modifiers() & Qt::AltModifier);
     if (shortcut) return {};
     if (key->key() == Qt::Key_Backspace) return {kBackspace};
+    if (key->key() == Qt::Key_Escape) return {kEscape};
     const QList<uint> characters = key->text().toUcs4();
     return !characters.isEmpty() && QChar::isPrint(characters.front()) ? characters : QList<uint>();
 }
