@@ -113,8 +113,9 @@ TEST_F(MainWindow, Has_its_menus_under_their_names) {
 
 TEST_F(MainWindow, Has_pictures_on_its_tool_bar_and_the_given_tool_tips) {
     const std::vector<std::pair<std::string, std::string>> tips = {
-        {"Command3", "Start"}, {"Command4", "Stop"},        {"Command6", "See Value ."}, {"Command8", ""},
-        {"Command10", ""},     {"Command7", "Open Record"}, {"Command9", ""},            {"Command5", "Printer"},
+        {"Command3", "Start"}, {"Command4", "Stop"},    {"Command6", "See Value ."},
+        {"Command8", ""},      {"Command10", ""},       {"Command7", "Open Record"},
+        {"Command9", ""},      {"Command5", "Printer"},
     };
     for (const auto& [button, tip] : tips) {
         EXPECT_EQ(user.ToolTip("Form1", button), tip) << button;

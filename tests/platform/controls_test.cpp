@@ -1,4 +1,5 @@
 // The plain controls: texts, ticks, numbers, times, pages, and what all of them share.
+#include "platform/qt/text.h"
 #include "platform/trial_window.h"
 #include "platform/wheel.h"
 #include "support/user.h"
@@ -6,10 +7,13 @@
 #include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QDateTimeEdit>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTest>
+#include <QTextDocument>
 #include <QToolButton>
 #include <QToolTip>
 #include <gtest/gtest.h>
@@ -128,6 +132,33 @@ TEST_F(Controls, A_check_box_runs_its_click_for_a_user_and_for_an_assignment_tha
 TEST_F(Controls, A_button_with_a_picture_only_has_a_name_to_be_read_out) {
     EXPECT_EQ(trial.Command3.Widget()->accessibleName(), "Start");
     EXPECT_EQ(user.ToolTip("Trial", "Command3"), "Start");
+}
+
+/// What the tool tip shows where the mouse rests on `at` of `widget`.
+std::string TipAt(QWidget* widget, const QPoint& at) {
+    QHelpEvent rests(QEvent::ToolTip, at, widget->mapToGlobal(at));
+    QApplication::sendEvent(widget, &rests);
+    const QString tip = QToolTip::text();
+    if (!Qt::mightBeRichText(tip)) return FromQt(tip);
+    QTextDocument page;
+    page.setHtml(tip);
+    return FromQt(page.toPlainText());
+}
+
+TEST_F(Controls, Tool_tips_of_controls_tabs_and_cells_show_markup_letter_for_letter) {
+    auto* tabs = static_cast<QTabWidget*>(trial.SSTab1.Widget());
+    auto* grid = static_cast<QTableView*>(trial.MSFlexGrid1(0).Widget());
+    for (const std::string text : {"<b>x</b><img src=\"file:///nowhere.png\"> two  blanks", "<i>a</i>\n<b>b</b>",
+                                   "&lt;b>", "a\n<b>b</b>", "<!doctype html>", "1 < 2 > 0", "plain"}) {
+        trial.Command3.SetToolTipText(text);
+        EXPECT_EQ(TipAt(trial.Command3.Widget(), {5, 5}), text);
+        EXPECT_EQ(trial.Command3.Widget()->accessibleDescription(), ToQt(text));
+        trial.SSTab1.SetTabCaption(0, text);
+        EXPECT_EQ(TipAt(tabs->tabBar(), tabs->tabBar()->tabRect(0).center()), text);
+        trial.MSFlexGrid1(0).SetTextMatrix(2, 2, text);
+        const QPoint cell = grid->visualRect(grid->model()->index(2, 2)).center();
+        EXPECT_EQ(TipAt(grid->viewport(), cell), text);
+    }
 }
 
 TEST_F(Controls, A_label_is_read_out_by_its_caption_and_without_one_by_its_name) {

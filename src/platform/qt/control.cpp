@@ -98,9 +98,10 @@ void Control::SetVisible(bool visible) {
     widget_->setVisible(visible);
 }
 
-std::string Control::ToolTipText() const { return FromQt(widget_->toolTip()); }
-
-void Control::SetToolTipText(const std::string& text) { widget_->setToolTip(ToQt(text)); }
+void Control::SetToolTipText(const std::string& text) {
+    widget_->setToolTip(ToToolTip(text));
+    widget_->setAccessibleDescription(ToQt(text));
+}
 
 Colour Control::BackColor() const {
     return has_back_color_ ? back_color_ : FromQt(widget_->palette().color(BackgroundOf(widget_)));

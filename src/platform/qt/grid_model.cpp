@@ -17,7 +17,8 @@ int GridModel::columnCount(const QModelIndex& parent) const { return parent.isVa
 QVariant GridModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     const Cell& cell = At(index.row(), index.column());
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return ToQt(cell.text);
+    if (role == Qt::DisplayRole) return ToQt(cell.text);
+    if (role == Qt::ToolTipRole) return ToToolTip(cell.text);
     if (role == Qt::TextAlignmentRole) return QVariant(Alignment(index.row(), index.column()) | Qt::AlignVCenter);
     if (role == Qt::BackgroundRole && cell.back_color) return ToQt(*cell.back_color);
     if (role == Qt::ForegroundRole && cell.back_color)

@@ -47,7 +47,7 @@ std::string SSTab::TabCaption(int page) const { return FromCaption(WithPage(widg
 
 void SSTab::SetTabCaption(int page, const std::string& caption) {
     WithPage(widget_, page).setTabText(page, ToCaption(caption));
-    TabsOf(widget_).setTabToolTip(page, ToQt(caption));
+    TabsOf(widget_).setTabToolTip(page, ToToolTip(caption));
 }
 
 }  // namespace vantrel

@@ -1,6 +1,7 @@
 #include "platform/qt/text.h"
 
 #include <QStringDecoder>
+#include <QTextDocument>
 
 namespace vantrel {
 
@@ -47,6 +48,11 @@ std::string FromQt(const QString& text) {
         from = i + 1;
     }
     return out + text.sliced(from).toStdString();
+}
+
+QString ToToolTip(const std::string& text) {
+    const QString plain = ToQt(text);
+    return Qt::mightBeRichText(plain) ? Qt::convertFromPlainText(plain) : plain;
 }
 
 QString ToCaption(const std::string& text) { return ToQt(text).replace('&', "&&"); }

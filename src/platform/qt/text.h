@@ -20,6 +20,9 @@ std::string FromQt(const QString& text);
 QString ToCaption(const std::string& text);
 std::string FromCaption(const QString& caption);
 
+/// As a tool tip that shows the text letter for letter: what Qt would take for markup is escaped.
+QString ToToolTip(const std::string& text);
+
 inline QColor ToQt(Colour colour) { return {RedOf(colour), GreenOf(colour), BlueOf(colour)}; }
 inline Colour FromQt(const QColor& colour) { return RGB(colour.red(), colour.green(), colour.blue()); }
 

@@ -59,7 +59,7 @@ public:
     /// Whether the control is to be seen when its window is.
     bool Visible() const { return visible_; }
     void SetVisible(bool visible);
-    std::string ToolTipText() const;
+    /// Shows the text letter for letter, also where it looks like markup.
     void SetToolTipText(const std::string& text);
     Colour BackColor() const;
     /// Sets the background; the widget has it as property BackColor, too.

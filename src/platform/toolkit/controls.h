@@ -50,8 +50,8 @@ public:
     void SetFocus() override;
     Handler OnChange;
     Handler OnClick;
-    /// Asked for every character key (backspace, 8, is one; Tab, arrows, Delete and shortcuts are none); false swallows
-    /// it. Pasted text is not asked for.
+    /// Asked for every character key (backspace, 8, and Escape, 27, are two; Tab, arrows, Delete and shortcuts are
+    /// none); false swallows it. Pasted text is not asked for.
     std::function<bool(int character)> OnKeyPress;
 };
 
