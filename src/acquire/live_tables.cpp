@@ -2,6 +2,7 @@
 
 #include "platform/toolkit/desktop.h"
 #include "state/shared.h"
+#include "state/vocabulary.h"
 #include "windows/DATA_Table.h"
 #include "windows/Form1.h"
 
@@ -47,7 +48,7 @@ void Make_Live_Table(Integer dev) {
         table.SetText("CH " + Str(ch + 1) + "(" + Trim(function) + ")");
         table.SetRow(table.Row() + 1);
         table.SetCellBackColor(ChannelColor(dev, ch));
-        if (!Contains(function, "NONE")) ActiveChannels(dev) += 1;
+        if (!IsOff(function)) ActiveChannels(dev) += 1;
     }
 }
 

@@ -5,6 +5,7 @@
 #include "platform/toolkit/events.h"
 #include "records/record_writer.h"
 #include "state/shared.h"
+#include "state/vocabulary.h"
 #include "windows/Form1.h"
 #include "windows/Form4.h"
 
@@ -30,7 +31,7 @@ void Fill_Row(Integer dev, int start, const std::vector<std::string>& fields, In
     for (int ch = start; ch < ChannelCount(dev); ++ch) {
         const auto at = static_cast<std::size_t>(f);
         // Kept: K-row-or-device
-        if (Contains(ChannelPlan(dev, ch), "NONE") || at >= fields.size()) {
+        if (IsOff(ChannelPlan(dev, ch)) || at >= fields.size()) {
             ScanRow(dev, ch) = " ";
             continue;
         }

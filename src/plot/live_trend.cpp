@@ -3,6 +3,7 @@
 #include "platform/toolkit/events.h"
 #include "plot/trend_scale.h"
 #include "state/shared.h"
+#include "state/vocabulary.h"
 #include "windows/Form1.h"
 
 #include <algorithm>
@@ -83,7 +84,7 @@ void Draw_Channel(Integer dev, Integer ch, Unusable_Settings& unusable) {
     TrendX(dev) = -XStep;  // Kept: K-from-outside
     TrendY(dev) = TrendBase(dev);
     if (!scaled) unusable.Add(dev, ch);
-    if (Contains(ChannelPlan(dev, ch), "NONE")) return;  // Kept: K-row-or-device
+    if (IsOff(ChannelPlan(dev, ch))) return;  // Kept: K-row-or-device
     Shift_History(dev, ch);
     const std::string& offset = ChannelOffset(dev, ch);
     if (scaled && Points(dev) > 0) {

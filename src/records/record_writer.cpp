@@ -2,6 +2,7 @@
 
 #include "platform/toolkit/events.h"
 #include "state/shared.h"
+#include "state/vocabulary.h"
 #include "windows/Form1.h"
 
 namespace vantrel {
@@ -11,8 +12,7 @@ namespace {
 constexpr int kChannelColumns = 20;
 
 void Convert_Current(Integer device, Integer ch) {
-    const std::string& function = ChannelPlan(device, ch);  // Kept: K-row-or-device
-    if (function != "ACI" && function != "DCI") return;
+    if (!IsCurrent(ChannelPlan(device, ch))) return;  // Kept: K-row-or-device
     const double current = Divide(CDbl(ScanRow(device, ch)), ShuntOhm(device, ch)) + ShuntOffset(device, ch);
     ScanRow(device, ch) = Str(current);  // Kept: K-current-form
 }

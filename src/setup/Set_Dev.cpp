@@ -14,18 +14,6 @@ namespace {
 
 constexpr float kLetterWidth = 525;  // twips: the narrow list of the thermocouple letters
 
-std::vector<std::string> RtdTypes() {
-    std::vector<std::string> names;
-    for (const Integer i : Each(kRtdTypeNames)) names.push_back(RtdTypeNames(i));
-    return names;
-}
-
-std::vector<std::string> TcoupleTypes() {
-    std::vector<std::string> names;
-    for (const Integer i : Each(kTcoupleTypeNames)) names.push_back(TcoupleTypeNames(i));
-    return names;
-}
-
 }  // namespace
 
 Set_Dev::Set_Dev() : Window("Set_Dev", "Set Device", {7335, 5655}) {
@@ -126,7 +114,7 @@ void Set_Dev::Fill_Combos() {
     for (const Integer name : Each(kFunctionNames)) {
         for (const Integer j : Each(channels)) {
             const bool slave = j + 1 > half;
-            if (!(slave && Contains(FunctionNames(name), "4W"))) ch(j).AddItem(FunctionNames(name));
+            if (!(slave && TakesFourWires(FunctionNames(name)))) ch(j).AddItem(FunctionNames(name));
         }
     }
     for (const Integer j : Each(channels)) ch(j).SetText(Fun_Set(SlotOf(Dev_Sel), j));
@@ -140,7 +128,7 @@ void Set_Dev::ch_Change(Integer Index) {
     const std::string function = ch(Index).Text();
     Fun_Set(SlotOf(Dev_Sel), Index) = function;  // Kept: K-typed-plan
     if (Plan_Busy) return;                       // Kept: K-late-tips
-    if (function == "ACI" || function == "DCI") {
+    if (IsCurrent(function)) {
         ShuntDevice = Dev_Sel;
         ShuntChannel = Index;
         if (Show_ACI_DCI) The<DCI_ACI_SET>().ShowModal();  // Kept: K-shunt
@@ -155,20 +143,21 @@ void Set_Dev::ch_Change(Integer Index) {
 void Set_Dev::Show_Sensor_Combo(Integer Index) {
     ComboBox& function = ch(Index);
     ComboBox& sensor = temp(Index);
-    if (Contains(function.Text(), "TEMP")) {
+    const Sensor kind = SensorOfName(function.Text());
+    if (kind == Sensor::kRtd) {
         sensor.Clear();
         sensor.SetVisible(true);
         function.SetWidth(Grid_Fun.Width() / static_cast<float>(Grid_Cols * 2));
         sensor.SetWidth(function.Width());
         sensor.SetLeft(function.Left() + function.Width());
-        Offer_Sensor_Types(Index, RtdTypes());
-    } else if (function.Text() == "TCOUPL") {
+        Offer_Sensor_Types(Index, SensorTypes(kind));
+    } else if (kind == Sensor::kThermocouple) {
         sensor.Clear();
         sensor.SetVisible(true);
         function.SetWidth(Cell_Width() - kLetterWidth);
         sensor.SetWidth(kLetterWidth);
         sensor.SetLeft(function.Left() + Cell_Width() - kLetterWidth - 1);
-        Offer_Sensor_Types(Index, TcoupleTypes());
+        Offer_Sensor_Types(Index, SensorTypes(kind));
     } else {
         sensor.SetVisible(false);
         function.SetWidth(Cell_Width());
@@ -191,9 +180,9 @@ void Set_Dev::Pair_Channels() {
     const int half = ChannelCount(Dev_Sel) / 2;
     for (const Integer i : Each(half)) {
         ch(i).SetEnabled(true);
-        if (Contains(ch(i).Text(), "4W")) {
+        if (TakesFourWires(ch(i).Text())) {
             ch(i + half).SetEnabled(false);
-            ch(i + half).SetText("NONE");  // Kept: K-slave-none
+            ch(i + half).SetText(kOff);  // Kept: K-slave-none
         } else {
             ch(i + half).SetEnabled(true);
         }

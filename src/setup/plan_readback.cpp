@@ -29,9 +29,6 @@ std::string QuerySensor(const std::string& query, Integer dev, Integer i) {
     return ReplyWithoutBlanks();
 }
 
-/// The name of a channel whose voltage stands for a current.
-bool IsCurrentChannel(const std::string& name) { return Contains(name, "ACI") || Contains(name, "DCI"); }
-
 /// The plan's cell of channel index `i`: by discovery row.
 // Kept: K-row-or-device
 std::string& Cell(Integer dev, int i) { return ChannelPlan(SlotOf(dev), i); }
@@ -45,12 +42,13 @@ bool IsFourWireTransducer(Integer dev, Integer i) {
 void RefreshChannelFunctions(Integer dev) {
     const int half = ChannelCount(dev) / 2;
     for (const Integer i : Each(ChannelCount(dev))) {
-        if (IsCurrentChannel(Cell(dev, i))) continue;  // Kept: K-slave
+        if (HoldsCurrent(Cell(dev, i))) continue;  // Kept: K-slave
         const std::string reply = QueryFunction(dev, i);
         MapFunctionName(reply);
-        Cell(dev, i) = MapResult;                                                               // Kept: K-empty-plan
-        if (Contains(reply, "TEMP") && IsFourWireTransducer(dev, i)) Cell(dev, i) = "4W,TEMP";  // Kept: K-letters
-        if (i + 1 > half && Contains(Cell(dev, i - half), "4W")) Cell(dev, i) = "NONE";
+        Cell(dev, i) = MapResult;  // Kept: K-empty-plan
+        // Kept: K-letters
+        if (SensorOfWord(reply) == Sensor::kRtd && IsFourWireTransducer(dev, i)) Cell(dev, i) = kFourWireTemperature;
+        if (i + 1 > half && TakesFourWires(Cell(dev, i - half))) Cell(dev, i) = kOff;
     }
 }
 
@@ -66,23 +64,24 @@ void ReadDevicePlan(Integer dev) {
     for (const Integer i : Each(ChannelCount(dev))) {
         const std::string reply = QueryFunction(dev, i);
         MapFunctionName(reply);
-        if (IsCurrentChannel(Cell(dev, i))) {
+        if (HoldsCurrent(Cell(dev, i))) {
             // The instrument tells a voltage; only its kind can have changed.
             // Kept: K-two-letters
             if (Left(MapResult, 2) != Left(Cell(dev, i), 2)) Cell(dev, i) = Left(MapResult, 2) + "I";
         } else {
             Cell(dev, i) = MapResult;
-            if (Contains(reply, "TEMP")) {
+            const Sensor sensor = SensorOfWord(reply);
+            if (sensor == Sensor::kRtd) {
                 dialog.Temp_Set(i) = QuerySensor("TEMPerature:RTD:TYPE?", dev, i);  // Kept: K-sensors-shared
-                if (IsFourWireTransducer(dev, i)) Cell(dev, i) = "4W,TEMP";
-            } else if (Contains(reply, "TCO")) {
+                if (IsFourWireTransducer(dev, i)) Cell(dev, i) = kFourWireTemperature;
+            } else if (sensor == Sensor::kThermocouple) {
                 dialog.Temp_Set(i) = QuerySensor("TCOuple:TYPE?", dev, i);
             }
             if (i + 1 > half) {
-                if (Contains(MapResult, "4W")) Cell(dev, i) = "NONE";  // Kept: K-slave
+                if (TakesFourWires(MapResult)) Cell(dev, i) = kOff;  // Kept: K-slave
                 // The master is looked up by device and not by row: the two agree while rows are ticked from the top.
                 // Kept: K-row-or-device
-                if (Contains(ChannelPlan(dev, i - half), "4W")) Cell(dev, i) = "NONE";
+                if (TakesFourWires(ChannelPlan(dev, i - half))) Cell(dev, i) = kOff;
             }
         }
         dialog.Fun_Set(SlotOf(dev), i) = Cell(dev, i);

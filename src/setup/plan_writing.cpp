@@ -41,18 +41,19 @@ void WriteChannel(Set_Dev& dialog, Integer dev, Integer i) {
 
     ChannelPlan(slot, i) = dialog.Fun_Set(slot, i);
     // The contacts of the slave belong to its four-wire master.
-    if (!master && Contains(dialog.Fun_Set(slot, i - half), "4W")) return;
+    if (!master && TakesFourWires(dialog.Fun_Set(slot, i - half))) return;
 
     MapFunctionName(ChannelPlan(slot, i));
     SendScpi("rout:scan:func " + Str(i + 1) + "," + MapResult, dev);
-    if (Contains(MapResult, "TEMP")) {
+    const Sensor sensor = SensorOfWord(MapResult);
+    if (sensor == Sensor::kRtd) {
         SendScpi("SENSe:TEMP:RTD:TYPE " + dialog.temp(i).Text() + on_channel, dev);  // Kept: K-sensors-shared
         // Kept: K-slave-none
         if (master) {
-            const bool four_wire = Contains(ChannelPlan(slot, i), "4W");
+            const bool four_wire = TakesFourWires(ChannelPlan(slot, i));
             SendScpi((four_wire ? "SENSe:TEMP:TRAN FRTD" : "SENSe:TEMP:TRAN RTD") + on_channel, dev);
         }
-    } else if (Contains(MapResult, "TCO")) {
+    } else if (sensor == Sensor::kThermocouple) {
         SendScpi("SENSe:TCOuple:TYPE " + dialog.temp(i).Text() + on_channel, dev);
     }
 }

@@ -1,6 +1,7 @@
 #include "state/vocabulary.h"
 
 #include "platform/numbers.h"
+#include "platform/text.h"
 
 #include <array>
 #include <utility>
@@ -58,6 +59,33 @@ void FillVocabulary() {
     for (const Integer i : Each(kFunctionNames)) FunctionNames(i) = kNameToWord.at(static_cast<std::size_t>(i)).from;
     for (const Integer i : Each(kRtdTypeNames)) RtdTypeNames(i) = kRtdTypes.at(static_cast<std::size_t>(i));
     for (const Integer i : Each(kTcoupleTypeNames)) TcoupleTypeNames(i) = kTcoupleTypes.at(static_cast<std::size_t>(i));
+}
+
+bool IsOff(const std::string& function) { return Contains(function, kOff); }
+
+bool TakesFourWires(const std::string& function) { return Contains(function, "4W"); }
+
+bool HoldsCurrent(const std::string& function) { return Contains(function, "ACI") || Contains(function, "DCI"); }
+
+bool IsCurrent(const std::string& name) { return name == "ACI" || name == "DCI"; }
+
+Sensor SensorOfWord(const std::string& word) {
+    if (Contains(word, "TEMP")) return Sensor::kRtd;
+    return Contains(word, "TCO") ? Sensor::kThermocouple : Sensor::kNone;
+}
+
+Sensor SensorOfName(const std::string& name) {
+    if (Contains(name, "TEMP")) return Sensor::kRtd;
+    return name == "TCOUPL" ? Sensor::kThermocouple : Sensor::kNone;
+}
+
+std::vector<std::string> SensorTypes(Sensor sensor) {
+    std::vector<std::string> types;
+    if (sensor == Sensor::kRtd)
+        for (const Integer i : Each(kRtdTypeNames)) types.push_back(RtdTypeNames(i));
+    if (sensor == Sensor::kThermocouple)
+        for (const Integer i : Each(kTcoupleTypeNames)) types.push_back(TcoupleTypeNames(i));
+    return types;
 }
 
 void MapFunctionName(const std::string& text) {

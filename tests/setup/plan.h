@@ -74,10 +74,10 @@ inline Texts FunctionQueries(int channels) {
     return messages;
 }
 
-enum Sensor { kRtd, kLetter };
+enum SensorQuery { kRtd, kLetter };
 
 /// The full read-back of a device, with the sensors that the instrument tells of, by channel number.
-inline Texts ReadBack(int channels, const std::map<int, Sensor>& sensors = {}) {
+inline Texts ReadBack(int channels, const std::map<int, SensorQuery>& sensors = {}) {
     Texts messages = {"ROUTe:SCAN:TIMER?\n"};
     for (int n = 1; n <= channels; ++n) {
         const std::string number = std::to_string(n) + "\n";

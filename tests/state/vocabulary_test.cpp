@@ -92,5 +92,47 @@ TEST(Vocabulary, Quotes_alone_tell_a_word_from_a_name) {
     }
 }
 
+// ---- What is asked about a function
+
+TEST(FunctionQuestions, Are_answered_by_letters_anywhere_in_the_text) {
+    struct Case {
+        const char* text;
+        bool off, four_wires, holds_current, is_current;
+        Sensor of_word, of_name;
+    };
+    constexpr auto kNo = Sensor::kNone;
+    constexpr auto kRtd = Sensor::kRtd;
+    constexpr auto kTc = Sensor::kThermocouple;
+    const std::vector<Case> cases = {
+        {"", false, false, false, false, kNo, kNo},           {"DCV", false, false, false, false, kNo, kNo},
+        {"DCI", false, false, true, true, kNo, kNo},          {"ACI", false, false, true, true, kNo, kNo},
+        {"xDCIx", false, false, true, false, kNo, kNo},       {"ACI ", false, false, true, false, kNo, kNo},
+        {"dci", false, false, false, false, kNo, kNo},        {"2W", false, false, false, false, kNo, kNo},
+        {"4W", false, true, false, false, kNo, kNo},          {"x4Wx", false, true, false, false, kNo, kNo},
+        {"4w", false, false, false, false, kNo, kNo},         {"TEMP", false, false, false, false, kRtd, kRtd},
+        {"\"TEMP\"", false, false, false, false, kRtd, kRtd}, {"4W,TEMP", false, true, false, false, kRtd, kRtd},
+        {"temp", false, false, false, false, kNo, kNo},       {"TCOUPL", false, false, false, false, kTc, kTc},
+        {"\"TCO\"", false, false, false, false, kTc, kNo},    {"xTCOUPL", false, false, false, false, kTc, kNo},
+        {"TEMP TCO", false, false, false, false, kRtd, kRtd}, {"NONE", true, false, false, false, kNo, kNo},
+        {"\"NONE\"", true, false, false, false, kNo, kNo},    {"none", false, false, false, false, kNo, kNo},
+    };
+    for (const Case& it : cases) {
+        EXPECT_EQ(IsOff(it.text), it.off) << it.text;
+        EXPECT_EQ(TakesFourWires(it.text), it.four_wires) << it.text;
+        EXPECT_EQ(HoldsCurrent(it.text), it.holds_current) << it.text;
+        EXPECT_EQ(IsCurrent(it.text), it.is_current) << it.text;
+        EXPECT_EQ(SensorOfWord(it.text), it.of_word) << it.text;
+        EXPECT_EQ(SensorOfName(it.text), it.of_name) << it.text;
+    }
+}
+
+TEST(FunctionQuestions, Sensors_have_their_types_in_offer_order) {
+    FillVocabulary();
+    EXPECT_EQ(SensorTypes(Sensor::kRtd),
+              (std::vector<std::string>{"PT100", "D100", "F100", "PT385", "PT3916", "USER", "SPRTD", "NTCT"}));
+    EXPECT_EQ(SensorTypes(Sensor::kThermocouple), (std::vector<std::string>{"E", "J", "K", "N", "R", "S", "T"}));
+    EXPECT_TRUE(SensorTypes(Sensor::kNone).empty());
+}
+
 }  // namespace
 }  // namespace vantrel
