@@ -17,8 +17,6 @@
 namespace vantrel {
 namespace {
 
-constexpr int kDevices = 4;
-constexpr int kChannels = 20;
 constexpr int kPassesMeasured = 200;
 
 /// Kilobytes of memory that the process has in use.

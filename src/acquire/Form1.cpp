@@ -161,7 +161,7 @@ void Form1::Connected_to_Instrument_Click() {
             RefreshChannelFunctions(dev);
             Make_Live_Table(dev);
         }
-        for (int i = DeviceCount; i < 4; ++i) SSTab1.SetTabVisible(i, false);
+        for (int i = DeviceCount; i < kDevices; ++i) SSTab1.SetTabVisible(i, false);
         Enable_All();
         SSTab1.SetTab(0);
     }

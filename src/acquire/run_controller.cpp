@@ -56,7 +56,7 @@ bool Open_Records() {
         Reset_Trend(dev);
         CreateRecord(dev);
         ScanCount(dev) = 0;
-        if (RecordName(dev) == "0") {
+        if (!HasRecord(dev)) {
             RecordRs(dev) = {};
             continue;
         }
@@ -126,7 +126,7 @@ bool Run_Pass() {
 
 void End_Run(Form1& main) {
     for (const Integer dev : Each(DeviceCount))
-        if (RecordName(dev) != "0") CloseRecord(dev);  // Kept: K-start-opens
+        if (HasRecord(dev)) CloseRecord(dev);  // Kept: K-start-opens
     main.Command4_Click();
     // Kept: K-one-status
     if (!LinkIsGood()) {

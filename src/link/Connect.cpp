@@ -7,11 +7,12 @@
 #include "windows/Form3.h"
 #include "windows/Set_Dev.h"
 
+#include <algorithm>
+
 namespace vantrel {
 
 namespace {
 
-constexpr std::uint32_t kReplyBytes = 1024;
 constexpr std::uint32_t kTimeout = 5000;  // ms
 
 // The sessions stand by place in the search here: no device exists yet.
@@ -64,7 +65,7 @@ void Connect::Command1_Click() {
     const BusyCursor busy;
     VisaStatus = viClose(FindList);  // Kept: K-six-closes
     VisaStatus = viClose(DefaultRM);
-    for (const Integer i : Each(4)) VisaStatus = viClose(InstrSession(i));
+    for (const Integer i : Each(kDevices)) VisaStatus = viClose(InstrSession(i));
     MSFlexGrid1.SetRows(1);
     Find_Instruments();
     Place_Check_Boxes();
@@ -78,8 +79,8 @@ void Connect::Command1_Click() {
         for (const Integer entry : Each(chosen.ListCount()))
             if (chosen.List(entry) == DeviceSerial(i)) Check1(i).SetValue(1);  // Kept: K-twins
     }
-    if (DeviceCount != 4) {
-        for (int i = DeviceCount; i <= 4; ++i) Check1(i).SetVisible(false);
+    if (DeviceCount != kDevices) {
+        for (int i = DeviceCount; i <= kDevices; ++i) Check1(i).SetVisible(false);
     }
 }
 
@@ -121,12 +122,8 @@ void Connect::Find_Instruments() {
     }
     if (DeviceCount == 0) return;
     // Kept: K-places
-    if (DeviceCount > 4) {
-        DeviceCount = 4;
-        MSFlexGrid1.SetRows(5);
-    } else {
-        MSFlexGrid1.SetRows(DeviceCount + 1);
-    }
+    DeviceCount = std::min<int>(DeviceCount, kDevices);
+    MSFlexGrid1.SetRows(DeviceCount + 1);
 }
 
 void Connect::Place_Check_Boxes() {
@@ -161,7 +158,7 @@ void Connect::Command2_Click() {
 
 void Connect::Reset_Tabs() {
     Form1& main = The<Form1>();
-    for (const Integer i : Each(4)) {
+    for (const Integer i : Each(kDevices)) {
         main.SSTab1.SetTabVisible(i, true);
         main.SSTab1.SetTab(i);
         main.SSTab1.SetTabCaption(i, "Deviec " + Str(i));  // Kept: K-texts

@@ -10,7 +10,6 @@ namespace vantrel {
 namespace {
 
 constexpr int kQueryWait = 50;  // ms
-constexpr std::uint32_t kReplyBytes = 1024;
 
 ViSession SessionOf(Integer dev) { return InstrSession(FoundSession(SlotOf(dev))); }
 

@@ -11,6 +11,7 @@ namespace vantrel {
 using Colour = std::int32_t;
 
 constexpr Colour RGB(int red, int green, int blue) { return red | green << 8 | blue << 16; }
+inline constexpr Colour kRed = RGB(255, 0, 0);
 constexpr int RedOf(Colour colour) { return colour & 0xFF; }
 constexpr int GreenOf(Colour colour) { return colour >> 8 & 0xFF; }
 constexpr int BlueOf(Colour colour) { return colour >> 16 & 0xFF; }

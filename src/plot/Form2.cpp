@@ -12,14 +12,14 @@ namespace vantrel {
 namespace {
 
 constexpr std::array kHeader = {"channel", "color", "Division", "Offset"};
+constexpr int kCols = kHeader.size();
 constexpr int kColor = 1;
 constexpr int kDivision = 2;
 constexpr int kOffset = 3;
-constexpr Colour kRed = 255;
 
 void Lay_Out(MSFlexGrid& grid, Integer dev) {
     grid.SetRows(ChannelCount(dev) + 1);
-    grid.SetCols(4);
+    grid.SetCols(kCols);
     for (int col = 1; col <= 3; ++col)
         grid.SetColWidth(col, static_cast<float>(RoundHalfEven((grid.Width() - grid.ColWidth(0)) / 3)));
     grid.SetColWidth(0, grid.ColWidth(0) - 100);  // Kept: K-100-twips
@@ -32,13 +32,13 @@ void Lay_Out(MSFlexGrid& grid, Integer dev) {
         grid.SetTextMatrix(row, kDivision, ChannelDivision(dev, ch));
         grid.SetTextMatrix(row, kOffset, ChannelOffset(dev, ch));
     }
-    for (const Integer col : Each(4)) grid.SetTextMatrix(0, col, kHeader.at(static_cast<std::size_t>(col)));
+    for (const Integer col : Each(kCols)) grid.SetTextMatrix(0, col, kHeader.at(static_cast<std::size_t>(col)));
 }
 
 }  // namespace
 
 Form2::Form2() : Window("Form2", "", {7935, 6780}) {
-    for (const Integer tab : Each(4)) {
+    for (const Integer tab : Each(kDevices)) {
         Text1(tab).SetVisible(false);
         MSFlexGrid1(tab).OnClick = [this, tab] { MSFlexGrid1_Click(tab); };
         Text1(tab).OnChange = Text1(tab).OnClick = [this, tab] { Text1_Change(tab); };
@@ -53,11 +53,11 @@ void Form2::Form_Load() {
         SSTab1.SetTab(i);
         SSTab1.SetTabCaption(i, devices.List(i));
         Lay_Out(MSFlexGrid1(i), i);
-        for (const Integer k : Each(4)) Text1(k).SetVisible(false);
+        for (const Integer k : Each(kDevices)) Text1(k).SetVisible(false);
     }
     SSTab1.SetTab(0);
-    if (devices.ListCount() < 4) {
-        for (int i = DeviceCount; i < 4; ++i) SSTab1.SetTabVisible(i, false);
+    if (devices.ListCount() < kDevices) {
+        for (int i = DeviceCount; i < kDevices; ++i) SSTab1.SetTabVisible(i, false);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "platform/text.h"
 #include "platform/toolkit/desktop.h"
 #include "platform/toolkit/dialogs.h"
+#include "state/shared.h"
 
 #include <algorithm>
 
@@ -13,14 +14,8 @@ namespace {
 
 // Kept: K-25000
 constexpr int kFirstTooMany = 25001;  // rows: a record of so many is not drawn whole
-constexpr Colour kRed = 255;
 
 void Refuse(const RunTimeError& error) { MsgBox("The record cannot be drawn.\n\n" + std::string(error.what())); }
-
-bool Passes_Into_Row_Number(int character) {
-    constexpr int kBackspace = 8;
-    return character == kBackspace || (character >= '0' && character <= '9');
-}
 
 }  // namespace
 
@@ -32,7 +27,7 @@ Record_View_Draw::Record_View_Draw() : Window("Record_View_Draw", "Record Draw",
     // Kept: K-picked-only
     Combo_record.OnClick = [this] { Combo_record_Click(); };
     color_box.OnClick = [this] { color_box_Click(); };
-    draw_start.OnKeyPress = draw_stop.OnKeyPress = Passes_Into_Row_Number;
+    draw_start.OnKeyPress = draw_stop.OnKeyPress = TypesWholeNumber;
     Command1.OnClick = [this] { Command1_Click(); };
     Command2.OnClick = [this] { Command2_Click(); };
     Command3.OnClick = [this] { Command3_Click(); };
@@ -41,7 +36,7 @@ Record_View_Draw::Record_View_Draw() : Window("Record_View_Draw", "Record Draw",
 
 void Record_View_Draw::Form_Load() {
     for (const std::string& entry : DbEntries()) Combo_record.AddItem(entry);  // Kept: K-mdb
-    for (int k = 1; k <= 20; ++k) Combo_chan.AddItem("CH" + Str(k));
+    for (int k = 1; k <= kChannels; ++k) Combo_chan.AddItem("CH" + Str(k));
     Slider1.SetMin(1);
     Slider1.SetMax(11);
 }

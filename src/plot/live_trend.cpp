@@ -13,7 +13,6 @@ namespace vantrel {
 
 namespace {
 
-constexpr int kGridRows = 15;
 constexpr int kPointsDrawn = 162;
 constexpr double kLongestStep = 9.9E+8;  // twips
 
@@ -44,7 +43,7 @@ private:
 bool Scale_Channel(Integer dev, Integer ch) {
     const std::string& division = ChannelDivision(dev, ch);
     if (!IsNumeric(division) || CDbl(division) == 0) return false;
-    YStep = static_cast<double>(The<Form1>().draw_pic.Height()) / kGridRows;
+    YStep = static_cast<double>(The<Form1>().draw_pic.Height()) / kTrendRows;
     YStep = YStep / YZoom;
     YStep = YStep / CDbl(division);
     return std::isfinite(YStep);

@@ -4,6 +4,7 @@
 #include "platform/toolkit/events.h"
 #include "plot/trend_scale.h"
 #include "records/record_store.h"
+#include "state/shared.h"
 #include "windows/Record_View_Draw.h"
 
 #include <algorithm>
@@ -19,7 +20,7 @@ constexpr double kOverload = 9.9E+8;  // of a reading; and in twips, the step th
 constexpr int kGridRows = 10;
 
 bool Is_Channel(const std::string& name) {
-    for (int k = 1; k <= 20; ++k)
+    for (int k = 1; k <= kChannels; ++k)
         if (name == "CH" + Str(k)) return true;
     return false;
 }

@@ -8,14 +8,13 @@ namespace vantrel {
 namespace {
 
 constexpr int kPoints = 160;
-constexpr int kGridRows = 15;
 
 }  // namespace
 
 void Reset_Trend(Integer dev) {
     Form1& main = The<Form1>();
     XStep = static_cast<double>(main.draw_pic.Width()) / kPoints;
-    YStep = static_cast<double>(main.draw_pic.Height()) / kGridRows;
+    YStep = static_cast<double>(main.draw_pic.Height()) / kTrendRows;
     TrendX(dev) = 0;
     // Before the zoom: the zero line follows the grid.
     // Kept: K-zoom

@@ -7,6 +7,8 @@
 
 namespace vantrel {
 
+inline constexpr int kTrendRows = 15;  ///< rows of the plot's grid
+
 /// Works out the scale and takes the pen of device `dev` (0 to 4) back to the start of its trace, on the zero line.
 void Reset_Trend(Integer dev);
 

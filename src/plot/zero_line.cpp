@@ -8,8 +8,6 @@ namespace vantrel {
 
 namespace {
 
-constexpr float kGridRows = 15;
-
 void Reset_Trends() {
     for (const Integer dev : Each(DeviceCount)) Reset_Trend(dev);
 }
@@ -18,7 +16,7 @@ void Reset_Trends() {
 
 void Form1::Command1_Click() {
     if (row_stat.Top() > draw_pic.Top()) {
-        row_stat.SetTop(row_stat.Top() - draw_pic.Height() / kGridRows);
+        row_stat.SetTop(row_stat.Top() - draw_pic.Height() / kTrendRows);
         BaseRow -= 1;
     }
     Reset_Trends();
@@ -26,7 +24,7 @@ void Form1::Command1_Click() {
 
 void Form1::Command2_Click() {
     if (draw_pic.Height() + draw_pic.Top() > row_stat.Height() / 2 + row_stat.Top()) {
-        row_stat.SetTop(row_stat.Top() + draw_pic.Height() / kGridRows);
+        row_stat.SetTop(row_stat.Top() + draw_pic.Height() / kTrendRows);
         BaseRow += 1;
     }
     Reset_Trends();

@@ -25,7 +25,7 @@ void DATA_Table::Form_Load() {
         SSTab1.SetTab(i);
         SSTab1.SetTabCaption(i, main.Combo1.List(i));
     }
-    for (int i = DeviceCount; i < 4; ++i) SSTab1.SetTabVisible(i, false);
+    for (int i = DeviceCount; i < kDevices; ++i) SSTab1.SetTabVisible(i, false);
     SSTab1.SetTab(0);
     for (const Integer d : Each(DeviceCount)) {
         Lay_Out_Scan_Grid(MSFlexGrid1(d), ChannelCount(d));

@@ -30,7 +30,7 @@ void DB_SET::Form_Load() {
                          static_cast<float>(i) * MSFlexGrid1.RowHeight(1));
         Combo1(i).SetWidth(MSFlexGrid1.ColWidth(1));
     }
-    for (int i = devices.ListCount(); i < 4; ++i) Combo1(i).SetVisible(false);
+    for (int i = devices.ListCount(); i < Combo1.Size(); ++i) Combo1(i).SetVisible(false);
 }
 
 void DB_SET::FillDbCombo(Integer index) {

@@ -6,6 +6,7 @@
 #include "platform/toolkit/dialogs.h"
 #include "records/record_store.h"
 #include "records/scan_grid.h"
+#include "state/shared.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -16,7 +17,6 @@ namespace {
 
 constexpr double kPage = 1000;  // rows, and the size from which a record has pages
 constexpr int kHeadings = 2;    // rows of the grid
-constexpr int kChannels = 20;
 
 }  // namespace
 

@@ -11,13 +11,13 @@ void Offer_Records(ComboBox& combo) {
 }
 
 std::string Record_Prompt(Integer index) {
-    return RecordName(index) != "0" ? RecordName(index) : "Please choice a datebase";  // Kept: K-texts
+    return HasRecord(index) ? RecordName(index) : "Please choice a datebase";  // Kept: K-texts
 }
 
 void Assign_Record(Integer index, const std::string& text, int devices) {
     // Kept: K-word-record
     if (!Contains(text, "Record")) {
-        RecordName(index) = "0";
+        RecordName(index) = kNoRecord;
         return;
     }
     // Kept: K-shared-record
@@ -25,7 +25,7 @@ void Assign_Record(Integer index, const std::string& text, int devices) {
         RecordName(index) = text;
         if (j != index && RecordName(j) == RecordName(index)) {
             MsgBox("Please select other Record.");
-            RecordName(index) = "0";  // Kept: K-refused
+            RecordName(index) = kNoRecord;  // Kept: K-refused
             return;
         }
     }

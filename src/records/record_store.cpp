@@ -6,7 +6,7 @@ namespace vantrel {
 
 namespace {
 
-constexpr int kColumns = 22;
+constexpr int kColumns = 2 + kChannels;
 constexpr const char* kLocale = ";LANGID=0x0409;CP=1252;COUNTRY=0";
 constexpr int kEncrypt = 2;
 
@@ -19,7 +19,7 @@ std::string ColumnName(int index) {
 }  // namespace
 
 void CreateRecord(Integer device) {
-    if (RecordName(device) == "0") return;
+    if (!HasRecord(device)) return;
     RecordPath(device) = RecordFilePath(RecordName(device));
     if (FileExists(RecordPath(device))) return;  // Kept: K-any-file
     Database database = TheDBEngine().CreateDatabase(RecordPath(device), kLocale, kEncrypt);

@@ -9,8 +9,6 @@ namespace vantrel {
 
 namespace {
 
-constexpr int kChannelColumns = 20;
-
 void Convert_Current(Integer device, Integer ch) {
     if (!IsCurrent(ChannelPlan(device, ch))) return;  // Kept: K-row-or-device
     const double current = Divide(CDbl(ScanRow(device, ch)), ShuntOhm(device, ch)) + ShuntOffset(device, ch);
@@ -27,7 +25,7 @@ void Append_Row(Integer device) {
     rows.Set("num", RecordBase(device) + ScanCount(device));  // Kept: K-gap
     rows.Set("Time", ScanTime);
     // Kept: K-twenty-columns
-    for (const Integer ch : Each(kChannelColumns)) rows.Set("CH" + Str(ch + 1), Stored(ScanRow(device, ch)));
+    for (const Integer ch : Each(kChannels)) rows.Set("CH" + Str(ch + 1), Stored(ScanRow(device, ch)));
     rows.Update();
 }
 
@@ -42,7 +40,7 @@ void WriteRecord(Integer device) {
         Convert_Current(device, ch);
         table.SetText(ScanRow(device, ch));
     }
-    if (RecordName(device) != "0" && RecordRs(device).IsSet()) Append_Row(device);  // Kept: K-start-opens
+    if (HasRecord(device) && RecordRs(device).IsSet()) Append_Row(device);  // Kept: K-start-opens
     DoEvents();
 }
 

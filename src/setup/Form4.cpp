@@ -12,8 +12,6 @@ constexpr int kPacedUpDownLimit = 65536;
 // Kept: K-count-box
 constexpr int kUpDownLimit = 200;  // less than the count's own limit
 
-constexpr int kBackspace = 8;
-
 void RefuseCount(TextBox& count, const std::string& limit) {
     count.SetText(limit);
     MsgBox("Scan count range is 1 to 2000");
@@ -23,7 +21,7 @@ void RefuseCount(TextBox& count, const std::string& limit) {
 
 Form4::Form4() : Window("Form4", "Set Read", {4575, 3195}) {
     PerSan.SetValue(FromLocalFields({2000, 1, 1, 0, 0, 0}));
-    N_SCAN.OnKeyPress = [](int key) { return key == kBackspace || (key >= '0' && key <= '9'); };
+    N_SCAN.OnKeyPress = TypesWholeNumber;
     per_scan_interval.OnClick = [this] { per_scan_interval_Click(); };
     stop_after_n_scan.OnClick = [this] { stop_after_n_scan_Click(); };
     UpDown1.OnChange = [this] { UpDown1_Change(); };

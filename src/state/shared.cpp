@@ -6,9 +6,9 @@ ViStatus VisaStatus = kViSuccess;
 ViSession DefaultRM = 0;
 ViSession FindList = 0;
 std::uint32_t FindCount = 0;
-FixedText<1024> InstrDesc;
+FixedText<kReplyBytes> InstrDesc;
 std::uint32_t RetCount = 0;
-FixedText<1024> ReplyBuffer;
+FixedText<kReplyBytes> ReplyBuffer;
 Table<ViSession, 21> InstrSession;
 Table<Integer, 11> FoundSession;
 Table<Integer, 5> SlotOf;
@@ -54,12 +54,9 @@ Table<double, 5> TrendBase;
 Table<double, 5> TrendDelta;
 ChannelTable<Table<double, 171>> TrendHistory;
 
-namespace {
-constexpr int kDevices = 4;  // Kept: K-places
-constexpr int kChannels = 20;
-}  // namespace
-
 bool LinkIsGood() { return VisaStatus == kViSuccess || VisaStatus == kViSuccessMaxCnt; }
+
+bool HasRecord(Integer dev) { return RecordName(dev) != kNoRecord; }
 
 void BuildColorTable() {
     const std::vector<Colour> colours = {
@@ -84,7 +81,7 @@ void SetTrendDefaults() {
 
 void SetDeviceDefaults() {
     for (const Integer dev : Each(kDevices)) {
-        RecordName(dev) = "0";
+        RecordName(dev) = kNoRecord;
         ScanModeWord(dev) = "SCAN";
         for (const Integer ch : Each(kChannels)) {
             ChannelDivision(dev, ch) = "1";

@@ -19,6 +19,12 @@
 
 namespace vantrel {
 
+// Kept: K-places
+inline constexpr int kDevices = 4;        ///< in use
+inline constexpr int kChannels = 20;      ///< of the largest card
+inline constexpr int kReplyBytes = 1024;  ///< read of a reply at a time
+inline constexpr const char* kNoRecord = "0";
+
 // ------------------------------------------------------------------------------------------------- link to instruments
 
 /// Status of the VISA call made last, by any code.
@@ -26,15 +32,15 @@ extern ViStatus VisaStatus;
 /// True while VisaStatus is one of the two good ones: done, or done with more of the reply waiting.
 bool LinkIsGood();
 
-extern ViSession DefaultRM;                ///< session of the default resource manager
-extern ViSession FindList;                 ///< find list of the last search
-extern std::uint32_t FindCount;            ///< resources that the last search returned
-extern FixedText<1024> InstrDesc;          ///< resource descriptor of the search
-extern std::uint32_t RetCount;             ///< bytes that the last viWrite or viRead moved
-extern FixedText<1024> ReplyBuffer;        ///< every instrument reply, of all devices: left-aligned, blanks behind it
-extern Table<ViSession, 21> InstrSession;  ///< by place in the search, qualifying or not
-extern Table<Integer, 11> FoundSession;    ///< by discovery row: place in the search
-extern Table<Integer, 5> SlotOf;           ///< discovery row that the user ticked
+extern ViSession DefaultRM;                 ///< session of the default resource manager
+extern ViSession FindList;                  ///< find list of the last search
+extern std::uint32_t FindCount;             ///< resources that the last search returned
+extern FixedText<kReplyBytes> InstrDesc;    ///< resource descriptor of the search
+extern std::uint32_t RetCount;              ///< bytes that the last viWrite or viRead moved
+extern FixedText<kReplyBytes> ReplyBuffer;  ///< every instrument reply, of all devices: left-aligned, blanks behind it
+extern Table<ViSession, 21> InstrSession;   ///< by place in the search, qualifying or not
+extern Table<Integer, 11> FoundSession;     ///< by discovery row: place in the search
+extern Table<Integer, 5> SlotOf;            ///< discovery row that the user ticked
 /// While Connect searches, the instruments that qualify; after it, the ticked ones: 0 to 4.
 extern Integer DeviceCount;
 // Kept: K-row-or-device
@@ -57,8 +63,9 @@ extern ChannelTable<double> ShuntOhm;              ///< resistance of a current 
 extern ChannelTable<double> ShuntOffset;           ///< offset of a current channel, ampere
 extern Integer ShuntDevice, ShuntChannel;          ///< the channel that the shunt dialog edits
 // Kept: K-device-settings, K-record-0
-/// Name of the record that a device stores into, without folder and extension; "0": it stores nothing.
+/// Name of the record that a device stores into, without folder and extension; kNoRecord: it stores nothing.
 extern Table<std::string, 5> RecordName;
+bool HasRecord(Integer dev);
 
 // ---------------------------------------------------------------------------------------------------------------- run
 

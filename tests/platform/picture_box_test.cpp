@@ -12,7 +12,6 @@ namespace vantrel {
 namespace {
 
 constexpr Colour kWhite = RGB(255, 255, 255);
-constexpr Colour kRed = RGB(255, 0, 0);
 
 class Plots : public testing::Test {
 protected:

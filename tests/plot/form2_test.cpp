@@ -13,8 +13,6 @@
 namespace vantrel {
 namespace {
 
-constexpr Colour kRed = 255;
-
 class AllSettings : public Desk {
 protected:
     void OpenAndConnect(const std::vector<int>& rows = {0, 1}) {

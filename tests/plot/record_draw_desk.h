@@ -16,7 +16,6 @@
 namespace vantrel {
 
 inline constexpr const char* kDialog = "Record_View_Draw";
-inline constexpr Colour kRed = 255;
 
 /// CH1 lies one grid row above the zero line, every other channel one below.
 inline std::string Level(int, int channel) { return channel == 1 ? "1" : "-1"; }

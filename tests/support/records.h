@@ -28,13 +28,13 @@ inline Database NewDatabase(const std::string& path) {
 /// Makes the record file `path` with rows numbered from 1, in one commit.
 inline void MakeRecord(
     const std::string& path, int rows, const ReadingOf& reading = [](int, int) { return " "; }) {
-    constexpr int kChannels = 20;
+    constexpr int kChannelColumns = 20;
     Database database = TheDBEngine().CreateDatabase(path, "", 0);
     TableDef table;
     table.Name = "DATA";
     table.Fields.Append({"NUM"});
     table.Fields.Append({"Time"});
-    for (int k = 1; k <= kChannels; ++k) table.Fields.Append({"Ch" + std::to_string(k)});
+    for (int k = 1; k <= kChannelColumns; ++k) table.Fields.Append({"Ch" + std::to_string(k)});
     database.AppendTableDef(table);
     Recordset data = database.OpenRecordset("select * from data");
     Database::Transaction all(database);
@@ -42,7 +42,7 @@ inline void MakeRecord(
         data.AddNew();
         data.Set("NUM", std::to_string(row));
         data.Set("Time", RowTime(row));
-        for (int k = 1; k <= kChannels; ++k) data.Set("Ch" + std::to_string(k), reading(row, k));
+        for (int k = 1; k <= kChannelColumns; ++k) data.Set("Ch" + std::to_string(k), reading(row, k));
         data.Update();
     }
     all.Commit();

@@ -15,8 +15,8 @@ namespace vantrel {
 
 namespace {
 
-constexpr char32_t kBackspace = 8;
-constexpr char32_t kEscape = 27;
+constexpr int kBackspace = 8;
+constexpr int kEscape = 27;
 
 /// The characters that an event types: those of a character key, or what an input method commits.
 QList<uint> TypedCharacters(QEvent* event) {
@@ -95,5 +95,7 @@ void TextBox::SetFocus() {
     Control::SetFocus();
     EditOf(widget_).selectAll();
 }
+
+bool TypesWholeNumber(int character) { return character == kBackspace || (character >= '0' && character <= '9'); }
 
 }  // namespace vantrel

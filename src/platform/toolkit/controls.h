@@ -55,6 +55,9 @@ public:
     std::function<bool(int character)> OnKeyPress;
 };
 
+/// What a field for a whole number lets pass: digits and backspace.
+bool TypesWholeNumber(int character);
+
 class CheckBox : public Control {
 public:
     CheckBox(const Place& place, const std::string& name, const Box& box, const std::string& caption);
