@@ -52,7 +52,7 @@ void Close_Sessions() {
 }  // namespace
 
 Form1::Form1() : Window("Form1", "VANTREL MAIN", {15015, 10260}, kMain) {
-    for (const Integer dev : Each(MSFlexGrid2.Size())) MSFlexGrid2(dev).SetVisible(false);
+    for (const Integer device : Each(MSFlexGrid2.Size())) MSFlexGrid2(device).SetVisible(false);
 
     set_sc.OnClick = [this] { set_sc_Click(); };
     set_read.OnClick = [this] { set_read_Click(); };
@@ -82,7 +82,7 @@ void Form1::Form_Load() {
     ClearRunState();
     SetTrendDefaults();
     FillVocabulary();
-    for (const Integer dev : Each(MSFlexGrid1.Size())) Set_Table_Sizes(MSFlexGrid1(dev));
+    for (const Integer device : Each(MSFlexGrid1.Size())) Set_Table_Sizes(MSFlexGrid1(device));
     SetDeviceDefaults();
     Place_Marker();
 }
@@ -154,12 +154,12 @@ void Form1::Connected_to_Instrument_Click() {
         Combo1.SetListIndex(0);
         The<Form3>().Combo_dev.SetListIndex(0);
         The<Set_Dev>().Combo1_dev.SetListIndex(0);  // Kept: K-three-reads
-        for (const Integer dev : Each(DeviceCount)) {
-            SSTab1.SetTabVisible(dev, true);
-            SSTab1.SetTab(dev);
-            SSTab1.SetTabCaption(dev, Combo1.List(dev));
-            RefreshChannelFunctions(dev);
-            Make_Live_Table(dev);
+        for (const Integer device : Each(DeviceCount)) {
+            SSTab1.SetTabVisible(device, true);
+            SSTab1.SetTab(device);
+            SSTab1.SetTabCaption(device, Combo1.List(device));
+            RefreshChannelFunctions(device);
+            Make_Live_Table(device);
         }
         for (int i = DeviceCount; i < kDevices; ++i) SSTab1.SetTabVisible(i, false);
         Enable_All();

@@ -13,53 +13,53 @@ namespace {
 constexpr int kRowsKept = 160;
 constexpr int kHeadingRows = 2;
 
-void Add_Scan(MSFlexGrid& grid, Integer dev) {
-    if (ScanCount(dev) <= kRowsKept) {
-        grid.SetRows(static_cast<int>(ScanCount(dev)) + kHeadingRows);
+void Add_Scan(MSFlexGrid& grid, Integer device) {
+    if (ScanCount(device) <= kRowsKept) {
+        grid.SetRows(static_cast<int>(ScanCount(device)) + kHeadingRows);
     } else {
         grid.SetRowPosition(kHeadingRows, grid.Rows() - 1);
         grid.SetRows(grid.Rows() - 1);
         grid.SetRows(grid.Rows() + 1);
     }
     const int row = grid.Rows() - 1;
-    grid.SetTextMatrix(row, 0, Str(ScanCount(dev)));
+    grid.SetTextMatrix(row, 0, Str(ScanCount(device)));
     grid.SetTextMatrix(row, 1, DateText(ScanTime));
-    for (const Integer ch : Each(ChannelCount(dev))) grid.SetTextMatrix(row, ch + 2, ScanRow(dev, ch));
+    for (const Integer ch : Each(ChannelCount(device))) grid.SetTextMatrix(row, ch + 2, ScanRow(device, ch));
 }
 
 }  // namespace
 
-void Make_Live_Table(Integer dev) {
+void Make_Live_Table(Integer device) {
     Form1& main = The<Form1>();
-    MSFlexGrid& table = main.MSFlexGrid1(dev);
-    ActiveChannels(dev) = 0;
+    MSFlexGrid& table = main.MSFlexGrid1(device);
+    ActiveChannels(device) = 0;
     table.Clear();
-    table.SetRows(ChannelCount(dev) == 10 ? 2 : 4);
-    for (const Integer ch : Each(ChannelCount(dev))) {
+    table.SetRows(ChannelCount(device) == 10 ? 2 : 4);
+    for (const Integer ch : Each(ChannelCount(device))) {
         if (!LinkIsGood()) {
             main.Disable_All();
             main.Command4_Click();  // Kept: K-last-status
             return;
         }
-        const std::string& function = ChannelPlan(SlotOf(dev), ch);  // Kept: K-row-or-device
+        const std::string& function = ChannelPlan(SlotOf(device), ch);  // Kept: K-row-or-device
         table.SetCol(ch % 10);
         table.SetRow(2 * (ch / 10));
         table.SetCellBackColor(ButtonFace());
         table.SetText("CH " + Str(ch + 1) + "(" + Trim(function) + ")");
         table.SetRow(table.Row() + 1);
-        table.SetCellBackColor(ChannelColor(dev, ch));
-        if (!IsOff(function)) ActiveChannels(dev) += 1;
+        table.SetCellBackColor(ChannelColor(device, ch));
+        if (!IsOff(function)) ActiveChannels(device) += 1;
     }
 }
 
 void Make_Live_Tables() {
-    for (const Integer dev : Each(DeviceCount)) Make_Live_Table(dev);
+    for (const Integer device : Each(DeviceCount)) Make_Live_Table(device);
 }
 
-void Update_Tables(Integer dev) {
+void Update_Tables(Integer device) {
     // See Value has no table for a device that Connect has taken away in its pass.
-    if (dev < DeviceCount) Add_Scan(The<DATA_Table>().MSFlexGrid1(dev), dev);  // Kept: K-see-value
-    Add_Scan(The<Form1>().MSFlexGrid2(dev), dev);
+    if (device < DeviceCount) Add_Scan(The<DATA_Table>().MSFlexGrid1(device), device);  // Kept: K-see-value
+    Add_Scan(The<Form1>().MSFlexGrid2(device), device);
 }
 
 }  // namespace vantrel

@@ -5,14 +5,14 @@
 
 namespace vantrel {
 
-/// Lays out the live table of device `dev` and counts its active channels. With a bad link it runs Stop and leaves the
+/// Lays out the live table of `device` and counts its active channels. With a bad link it runs Stop and leaves the
 /// table blank.
-void Make_Live_Table(Integer dev);
+void Make_Live_Table(Integer device);
 
 /// Make_Live_Table for every device.
 void Make_Live_Tables();
 
 /// Adds the scan in ScanRow to the See Value table and to its backing copy. Each keeps the latest 160 scans.
-void Update_Tables(Integer dev);
+void Update_Tables(Integer device);
 
 }  // namespace vantrel

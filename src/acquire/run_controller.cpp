@@ -32,39 +32,39 @@ double Interval() {
 
 void Prepare_Tables(Form1& main) {
     const BusyCursor busy;  // 20 channels take a second to be asked
-    for (const Integer dev : Each(DeviceCount)) {
-        main.SSTab1.SetTabVisible(dev, true);
-        main.SSTab1.SetTab(dev);
-        main.SSTab1.SetTabCaption(dev, main.Combo1.List(dev));
-        RefreshChannelFunctions(dev);
-        Make_Live_Table(dev);
-        ListFetchTime(dev).clear();
+    for (const Integer device : Each(DeviceCount)) {
+        main.SSTab1.SetTabVisible(device, true);
+        main.SSTab1.SetTab(device);
+        main.SSTab1.SetTabCaption(device, main.Combo1.List(device));
+        RefreshChannelFunctions(device);
+        Make_Live_Table(device);
+        ListFetchTime(device).clear();
     }
     main.SSTab1.SetTab(0);
-    for (const Integer dev : Each(main.MSFlexGrid2.Size())) {
+    for (const Integer device : Each(main.MSFlexGrid2.Size())) {
         // Two headings, and one row without the old run's text.
-        main.MSFlexGrid2(dev).SetRows(2);
-        main.MSFlexGrid2(dev).SetRows(3);  // Kept: K-see-value
+        main.MSFlexGrid2(device).SetRows(2);
+        main.MSFlexGrid2(device).SetRows(3);  // Kept: K-see-value
     }
 }
 
 /// Makes and opens the record of every device that has one. False: a record's file is not there.
 bool Open_Records() {
     // A device that Connect brings into the run, or a record that is assigned in it, waits for the next Start.
-    for (int dev = DeviceCount; dev < RecordRs.Size(); ++dev) RecordRs(dev) = {};
-    for (const Integer dev : Each(DeviceCount)) {
-        Reset_Trend(dev);
-        CreateRecord(dev);
-        ScanCount(dev) = 0;
-        if (!HasRecord(dev)) {
-            RecordRs(dev) = {};
+    for (int device = DeviceCount; device < RecordRs.Size(); ++device) RecordRs(device) = {};
+    for (const Integer device : Each(DeviceCount)) {
+        Reset_Trend(device);
+        CreateRecord(device);
+        ScanCount(device) = 0;
+        if (!HasRecord(device)) {
+            RecordRs(device) = {};
             continue;
         }
-        if (!FileExists(RecordPath(dev))) {
+        if (!FileExists(RecordPath(device))) {
             MsgBox("The database is error!!Please choice a database again.");  // Kept: K-texts
             return false;
         }
-        OpenRecord(dev);
+        OpenRecord(device);
     }
     return true;
 }
@@ -85,14 +85,15 @@ void Send_Scan_Count() {
 }
 
 void Set_Targets() {
-    for (const Integer dev : Each(DeviceCount)) {
+    for (const Integer device : Each(DeviceCount)) {
         if (The<Form4>().OneShot()) {
-            ScanTarget(dev) = ScanNumber();  // Kept: K-16-bits
-            ScanThreshold(dev) = ScanTarget(dev) > ActiveChannels(dev) ? Integer(ActiveChannels(dev)) : ScanTarget(dev);
+            ScanTarget(device) = ScanNumber();  // Kept: K-16-bits
+            ScanThreshold(device) =
+                ScanTarget(device) > ActiveChannels(device) ? Integer(ActiveChannels(device)) : ScanTarget(device);
             StopRequested = -1;  // Kept: K-one-pass
         } else {
-            ScanTarget(dev) = ActiveChannels(dev);
-            ScanThreshold(dev) = ActiveChannels(dev);
+            ScanTarget(device) = ActiveChannels(device);
+            ScanThreshold(device) = ActiveChannels(device);
         }
     }
 }
@@ -111,8 +112,8 @@ bool Run_Pass() {
     if (DeviceCount >= 1) SendScpi("rout:" + ScanModeWord(SlotOf(0)), 0);
     Set_Targets();
     // Kept: K-connect-in-run
-    for (const Integer dev : Each(DeviceCount)) {
-        Poll_Scan(dev);
+    for (const Integer device : Each(DeviceCount)) {
+        Poll_Scan(device);
         DoEvents();
     }
     Draw_Trend();
@@ -125,8 +126,8 @@ bool Run_Pass() {
 }
 
 void End_Run(Form1& main) {
-    for (const Integer dev : Each(DeviceCount))
-        if (HasRecord(dev)) CloseRecord(dev);  // Kept: K-start-opens
+    for (const Integer device : Each(DeviceCount))
+        if (HasRecord(device)) CloseRecord(device);  // Kept: K-start-opens
     main.Command4_Click();
     // Kept: K-one-status
     if (!LinkIsGood()) {

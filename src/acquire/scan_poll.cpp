@@ -20,24 +20,24 @@ constexpr int kPollWait = 200;  // ms
 double ReplyNumber() { return Val(ReplyBuffer); }
 
 /// Time stamp of row `row` of the pass; an empty text where none was taken.
-std::string FetchTime(Integer dev, Integer row) {
-    const auto& times = ListFetchTime(dev);
+std::string FetchTime(Integer device, Integer row) {
+    const auto& times = ListFetchTime(device);
     return row >= 0 && row < static_cast<int>(times.size()) ? times[static_cast<std::size_t>(row)] : "";
 }
 
-/// Fills ScanRow of device `dev` from channel `start` on with the fields from `f` on, and moves `f` behind those it
+/// Fills ScanRow of `device` from channel `start` on with the fields from `f` on, and moves `f` behind those it
 /// took. Each field that is not empty is one reading more in `got`.
-void Fill_Row(Integer dev, int start, const std::vector<std::string>& fields, Integer& f, Integer& got) {
-    for (int ch = start; ch < ChannelCount(dev); ++ch) {
+void Fill_Row(Integer device, int start, const std::vector<std::string>& fields, Integer& f, Integer& got) {
+    for (int ch = start; ch < ChannelCount(device); ++ch) {
         const auto at = static_cast<std::size_t>(f);
         // Kept: K-row-or-device
-        if (IsOff(ChannelPlan(dev, ch)) || at >= fields.size()) {
-            ScanRow(dev, ch) = " ";
+        if (IsOff(ChannelPlan(device, ch)) || at >= fields.size()) {
+            ScanRow(device, ch) = " ";
             continue;
         }
         // Kept: K-empty-field
         if (!fields[at].empty()) {
-            ScanRow(dev, ch) = Trim(fields[at]);  // Kept: K-last-line-feed
+            ScanRow(device, ch) = Trim(fields[at]);  // Kept: K-last-line-feed
             ++got;
         }
         ++f;
@@ -46,26 +46,26 @@ void Fill_Row(Integer dev, int start, const std::vector<std::string>& fields, In
 
 /// Records and shows the row that the first `got` readings of the pass complete, with the time stamp that was taken for
 /// it.
-void Hand_On_Row(Integer dev, Integer got) {
-    const Integer row = std::ceil(Divide(got, ActiveChannels(dev))) - 1;
-    ScanTime = CDate(FetchTime(dev, row));
-    WriteRecord(dev);
-    Update_Tables(dev);
+void Hand_On_Row(Integer device, Integer got) {
+    const Integer row = std::ceil(Divide(got, ActiveChannels(device))) - 1;
+    ScanTime = CDate(FetchTime(device, row));
+    WriteRecord(device);
+    Update_Tables(device);
 }
 
-void Finish_Pass(Integer dev) {
-    Fetch_Readings(dev);
-    ScanTarget(dev) = 0;  // Kept: K-start-nested
+void Finish_Pass(Integer device) {
+    Fetch_Readings(device);
+    ScanTarget(device) = 0;  // Kept: K-start-nested
 }
 
 // Kept: K-no-end
-void Poll_One(Integer dev) {
+void Poll_One(Integer device) {
     while (true) {
-        SendScpi("rout:scan:state?", dev);
+        SendScpi("rout:scan:state?", device);
         // Kept: K-equal-count
-        if (ReplyNumber() == ScanThreshold(dev)) {
-            ScanThreshold(dev) = ScanThreshold(dev) + ActiveChannels(dev);
-            Add_Fetch_Time(dev);
+        if (ReplyNumber() == ScanThreshold(device)) {
+            ScanThreshold(device) = ScanThreshold(device) + ActiveChannels(device);
+            Add_Fetch_Time(device);
         }
         Sleep(kPollWait);
         DoEvents();
@@ -75,26 +75,26 @@ void Poll_One(Integer dev) {
         }
         // Whatever a handler put into the buffer in the meantime is what is read here.
         // Kept: K-shared-buffer
-        if (ReplyNumber() == ScanTarget(dev)) {
-            Finish_Pass(dev);
+        if (ReplyNumber() == ScanTarget(device)) {
+            Finish_Pass(device);
             return;
         }
     }
 }
 
-/// Watches all devices at once, so that the stamps of the later ones are taken while device `dev` is waited for.
-void Poll_Sweeping(Integer dev) {
+/// Watches all devices at once, so that the stamps of the later ones are taken while `device` is waited for.
+void Poll_Sweeping(Integer device) {
     while (true) {
         for (const Integer i : Each(DeviceCount)) {
             SendScpi("rout:scan:state?", i);
             const double count = ReplyNumber();
             // Kept: K-equal-count, K-sweep-target
-            if (count == ScanThreshold(i) || count == ScanTarget(dev)) {
+            if (count == ScanThreshold(i) || count == ScanTarget(device)) {
                 ScanThreshold(i) = ScanThreshold(i) + ActiveChannels(i);  // Kept: K-moving-threshold
                 Add_Fetch_Time(i);
             }
-            if (i == dev && count == ScanTarget(dev)) {
-                Finish_Pass(dev);
+            if (i == device && count == ScanTarget(device)) {
+                Finish_Pass(device);
                 return;
             }
         }
@@ -105,22 +105,22 @@ void Poll_Sweeping(Integer dev) {
 
 }  // namespace
 
-void Add_Fetch_Time(Integer dev) {
+void Add_Fetch_Time(Integer device) {
     ScanTime = Now();
-    ListFetchTime(dev).push_back(DateText(ScanTime));
+    ListFetchTime(device).push_back(DateText(ScanTime));
 }
 
-void Poll_Scan(Integer dev) {
+void Poll_Scan(Integer device) {
     if (The<Form4>().OneShot())
-        Poll_Sweeping(dev);
+        Poll_Sweeping(device);
     else
-        Poll_One(dev);
+        Poll_One(device);
 }
 
-void Fetch_Readings(Integer dev) {
+void Fetch_Readings(Integer device) {
     Integer got = 0;
     Integer start = 0;
-    SendScpi("fetch?", dev);
+    SendScpi("fetch?", device);
     while (true) {
         const std::vector<std::string> fields = Split(ReplyBuffer, ',');
         const Integer last = fields.size() - 1;
@@ -128,12 +128,12 @@ void Fetch_Readings(Integer dev) {
         Integer active = 0;
         do {
             const Integer taken_before = f;
-            Fill_Row(dev, start, fields, f, got);
+            Fill_Row(device, start, fields, f, got);
             const double n = Val(The<Form4>().N_SCAN.Text());
-            active = ActiveChannels(dev);
+            active = ActiveChannels(device);
             // Kept: K-number-row
             if (Mod(got, active) == 0 || n == got) {
-                Hand_On_Row(dev, got);
+                Hand_On_Row(device, got);
                 start = 0;
             } else if (f == taken_before) {
                 // The plan has no channel left for the fields, as another instrument's plan may: they begin the next
@@ -144,9 +144,9 @@ void Fetch_Readings(Integer dev) {
         } while (f <= last);
         start = Mod(got, active);  // Kept: K-cut-by-reads
         if (VisaStatus != kViSuccessMaxCnt) break;
-        ReadScpi(dev);
+        ReadScpi(device);
     }
-    ListFetchTime(dev).clear();
+    ListFetchTime(device).clear();
 }
 
 }  // namespace vantrel

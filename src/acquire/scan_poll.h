@@ -5,15 +5,15 @@
 
 namespace vantrel {
 
-/// Polls device `dev` until its pass was fetched, or (except in a one-shot run) until the link went bad. Yields every
+/// Polls `device` until its pass was fetched, or (except in a one-shot run) until the link went bad. Yields every
 /// 200 ms.
-void Poll_Scan(Integer dev);
+void Poll_Scan(Integer device);
 
-/// Notes the present moment as the time stamp of the next row of device `dev`.
-void Add_Fetch_Time(Integer dev);
+/// Notes the present moment as the time stamp of the next row of `device`.
+void Add_Fetch_Time(Integer device);
 
-/// Fetches all readings of device `dev`; each complete row is recorded and shown. Raises error 13 for a row without a
+/// Fetches all readings of `device`; each complete row is recorded and shown. Raises error 13 for a row without a
 /// time stamp, 11 for a device without active channels, 6 beyond 32767 readings.
-void Fetch_Readings(Integer dev);
+void Fetch_Readings(Integer device);
 
 }  // namespace vantrel

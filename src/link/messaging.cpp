@@ -11,11 +11,11 @@ namespace {
 
 constexpr int kQueryWait = 50;  // ms
 
-ViSession SessionOf(Integer dev) { return InstrSession(FoundSession(SlotOf(dev))); }
+ViSession SessionOf(Integer device) { return InstrSession(FoundSession(SlotOf(device))); }
 
-void ReadReply(Integer dev) {
+void ReadReply(Integer device) {
     std::string reply;
-    VisaStatus = viRead(SessionOf(dev), &reply, kReplyBytes, &RetCount);
+    VisaStatus = viRead(SessionOf(device), &reply, kReplyBytes, &RetCount);
     ReplyBuffer = reply;
     if (LinkIsGood()) return;  // Kept: K-term-char, K-box-each-query
     The<Form1>().Command4_Click();
@@ -24,20 +24,20 @@ void ReadReply(Integer dev) {
 
 }  // namespace
 
-void SendScpi(std::string& command, Integer dev) {
+void SendScpi(std::string& command, Integer device) {
     command += '\n';
     const Integer length = command.size();  // Kept: K-16-bits
     // Kept: K-failed-write
-    VisaStatus = viWrite(SessionOf(dev), command, static_cast<std::uint32_t>(length), &RetCount);
+    VisaStatus = viWrite(SessionOf(device), command, static_cast<std::uint32_t>(length), &RetCount);
     if (!Contains(command, "?")) return;  // Kept: K-question-mark
     ReplyBuffer = "";
     Sleep(kQueryWait);  // Kept: K-query-blocks
-    ReadReply(dev);
+    ReadReply(device);
 }
 
-void ReadScpi(Integer dev) {
+void ReadScpi(Integer device) {
     ReplyBuffer = "";
-    ReadReply(dev);
+    ReadReply(device);
 }
 
 }  // namespace vantrel

@@ -41,7 +41,7 @@ private:
 };
 
 /// The whole numbers 0 .. count-1, with `count` read once, when the loop starts:
-/// `for (const Integer dev : Each(DeviceCount))`. Empty for a count of 0 or less.
+/// `for (const Integer device : Each(DeviceCount))`. Empty for a count of 0 or less.
 class Each {
 public:
     explicit Each(int count) : count_(count > 0 ? count : 0) {}

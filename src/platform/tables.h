@@ -26,7 +26,7 @@ private:
     std::vector<T> cells_;
 };
 
-/// 5 devices by 21 channels. The device comes first and varies fastest: (dev, ch) lies at dev + ch*5.
+/// 5 devices by 21 channels. The device comes first and varies fastest: (device, ch) lies at device + ch*5.
 template <class T>
 class ChannelTable {
 public:
@@ -36,13 +36,13 @@ public:
     ChannelTable() : cells_(kDevices * kChannels) {}
     explicit ChannelTable(const T& value) : cells_(kDevices * kChannels, value) {}
 
-    T& operator()(int dev, int ch) { return cells_[Checked(dev, ch)]; }
-    const T& operator()(int dev, int ch) const { return cells_[Checked(dev, ch)]; }
+    T& operator()(int device, int ch) { return cells_[Checked(device, ch)]; }
+    const T& operator()(int device, int ch) const { return cells_[Checked(device, ch)]; }
 
 private:
-    static std::size_t Checked(int dev, int ch) {
-        if (dev < 0 || dev >= kDevices || ch < 0 || ch >= kChannels) throw RunTimeError(kSubscript);
-        return static_cast<std::size_t>(dev) + static_cast<std::size_t>(ch) * kDevices;
+    static std::size_t Checked(int device, int ch) {
+        if (device < 0 || device >= kDevices || ch < 0 || ch >= kChannels) throw RunTimeError(kSubscript);
+        return static_cast<std::size_t>(device) + static_cast<std::size_t>(ch) * kDevices;
     }
     std::vector<T> cells_;
 };

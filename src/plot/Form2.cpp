@@ -17,20 +17,20 @@ constexpr int kColor = 1;
 constexpr int kDivision = 2;
 constexpr int kOffset = 3;
 
-void Lay_Out(MSFlexGrid& grid, Integer dev) {
-    grid.SetRows(ChannelCount(dev) + 1);
+void Lay_Out(MSFlexGrid& grid, Integer device) {
+    grid.SetRows(ChannelCount(device) + 1);
     grid.SetCols(kCols);
     for (int col = 1; col <= 3; ++col)
         grid.SetColWidth(col, static_cast<float>(RoundHalfEven((grid.Width() - grid.ColWidth(0)) / 3)));
     grid.SetColWidth(0, grid.ColWidth(0) - 100);  // Kept: K-100-twips
-    for (const Integer ch : Each(ChannelCount(dev))) {
+    for (const Integer ch : Each(ChannelCount(device))) {
         const int row = ch + 1;
         grid.SetTextMatrix(row, 0, "CH " + Str(ch + 1));
         grid.SetRow(row);
         grid.SetCol(kColor);
-        grid.SetCellBackColor(ChannelColor(dev, ch));
-        grid.SetTextMatrix(row, kDivision, ChannelDivision(dev, ch));
-        grid.SetTextMatrix(row, kOffset, ChannelOffset(dev, ch));
+        grid.SetCellBackColor(ChannelColor(device, ch));
+        grid.SetTextMatrix(row, kDivision, ChannelDivision(device, ch));
+        grid.SetTextMatrix(row, kOffset, ChannelOffset(device, ch));
     }
     for (const Integer col : Each(kCols)) grid.SetTextMatrix(0, col, kHeader.at(static_cast<std::size_t>(col)));
 }
@@ -38,10 +38,10 @@ void Lay_Out(MSFlexGrid& grid, Integer dev) {
 }  // namespace
 
 Form2::Form2() : Window("Form2", "", {7935, 6780}) {
-    for (const Integer tab : Each(kDevices)) {
-        Text1(tab).SetVisible(false);
-        MSFlexGrid1(tab).OnClick = [this, tab] { MSFlexGrid1_Click(tab); };
-        Text1(tab).OnChange = Text1(tab).OnClick = [this, tab] { Text1_Change(tab); };
+    for (const Integer device : Each(kDevices)) {
+        Text1(device).SetVisible(false);
+        MSFlexGrid1(device).OnClick = [this, device] { MSFlexGrid1_Click(device); };
+        Text1(device).OnChange = Text1(device).OnClick = [this, device] { Text1_Change(device); };
     }
     Command1.OnClick = [this] { Command1_Click(); };
 }
@@ -61,9 +61,9 @@ void Form2::Form_Load() {
     }
 }
 
-void Form2::MSFlexGrid1_Click(Integer tab) {
-    MSFlexGrid& grid = MSFlexGrid1(tab);
-    TextBox& editor = Text1(tab);
+void Form2::MSFlexGrid1_Click(Integer device) {
+    MSFlexGrid& grid = MSFlexGrid1(device);
+    TextBox& editor = Text1(device);
     const bool on_heading = grid.MouseRow() < grid.FixedRows() || grid.MouseCol() < grid.FixedCols();
     if (!on_heading && grid.Col() > kColor && grid.Row() >= 1) {
         Edit_Col = grid.Col();
@@ -78,20 +78,20 @@ void Form2::MSFlexGrid1_Click(Integer tab) {
         DoEvents();
     } else if (!on_heading && grid.Col() == kColor) {
         grid.SetCellBackColor(ShowColor(kRed));  // Kept: K-red, K-editor-stays
-        ChannelColor(tab, grid.Row() - 1) = grid.CellBackColor();
+        ChannelColor(device, grid.Row() - 1) = grid.CellBackColor();
     } else {
         editor.SetVisible(false);
     }
 }
 
-void Form2::Text1_Change(Integer tab) {
-    MSFlexGrid& grid = MSFlexGrid1(tab);
+void Form2::Text1_Change(Integer device) {
+    MSFlexGrid& grid = MSFlexGrid1(device);
     grid.SetCol(Edit_Col);  // Kept: K-one-cell
     grid.SetRow(Edit_Row);
-    grid.SetText(Text1(tab).Text());
+    grid.SetText(Text1(device).Text());
     const int ch = grid.Row() - 1;
-    if (grid.Col() == kDivision) ChannelDivision(tab, ch) = grid.Text();  // Kept: K-unchecked
-    if (grid.Col() == kOffset) ChannelOffset(tab, ch) = grid.Text();
+    if (grid.Col() == kDivision) ChannelDivision(device, ch) = grid.Text();  // Kept: K-unchecked
+    if (grid.Col() == kOffset) ChannelOffset(device, ch) = grid.Text();
 }
 
 void Form2::Command1_Click() { Unload<Form2>(); }

@@ -75,18 +75,18 @@ void Form3::Command3_Click() {
 void Form3::Combo_db_Click() { Assign_Record(Dev_Index, Combo_db.Text(), DeviceCount); }
 
 void Form3::Command1_Click() {
-    for (const Integer dev : Each(DeviceCount)) {
-        for (const Integer ch : Each(ChannelCount(dev))) {
-            const double division = Val(ChannelDivision(dev, ch));
+    for (const Integer device : Each(DeviceCount)) {
+        for (const Integer ch : Each(ChannelCount(device))) {
+            const double division = Val(ChannelDivision(device, ch));
             if (division <= 0) {
-                ChannelDivision(dev, ch) = "1";
+                ChannelDivision(device, ch) = "1";
                 // Kept: K-shown-names
-                MsgBox(Combo_dev.List(dev) + " ,  " + Combo_chan.List(ch) +
-                       "\n\nDivision : " + ChannelDivision(dev, ch));
+                MsgBox(Combo_dev.List(device) + " ,  " + Combo_chan.List(ch) +
+                       "\n\nDivision : " + ChannelDivision(device, ch));
             } else {
-                ChannelDivision(dev, ch) = Str(division);
+                ChannelDivision(device, ch) = Str(division);
             }
-            ChannelOffset(dev, ch) = Str(Val(ChannelOffset(dev, ch)));
+            ChannelOffset(device, ch) = Str(Val(ChannelOffset(device, ch)));
         }
     }
     Unload<Form3>();

@@ -21,9 +21,9 @@ constexpr double kLongestStep = 9.9E+8;  // twips
 /// not end over a setting of its picture, and no message box may hold it.
 class Unusable_Settings {
 public:
-    void Add(Integer dev, Integer ch) {
-        const std::string what = "CH " + Str(ch + 1) + " of " + The<Form1>().Combo1.List(dev) + ": division \"" +
-                                 ChannelDivision(dev, ch) + "\", offset \"" + ChannelOffset(dev, ch) + "\"";
+    void Add(Integer device, Integer ch) {
+        const std::string what = "CH " + Str(ch + 1) + " of " + The<Form1>().Combo1.List(device) + ": division \"" +
+                                 ChannelDivision(device, ch) + "\", offset \"" + ChannelOffset(device, ch) + "\"";
         if (lines_.empty()) first_ = "Not drawn: CH " + Str(ch + 1) + ", division or offset";
         lines_ += (lines_.empty() ? "" : "\n") + what;
     }
@@ -40,8 +40,8 @@ private:
 };
 
 /// Twips per unit of value of the channel, into YStep. False: the division is no number, or (next to) 0.
-bool Scale_Channel(Integer dev, Integer ch) {
-    const std::string& division = ChannelDivision(dev, ch);
+bool Scale_Channel(Integer device, Integer ch) {
+    const std::string& division = ChannelDivision(device, ch);
     if (!IsNumeric(division) || CDbl(division) == 0) return false;
     YStep = static_cast<double>(The<Form1>().draw_pic.Height()) / kTrendRows;
     YStep = YStep / YZoom;
@@ -50,47 +50,47 @@ bool Scale_Channel(Integer dev, Integer ch) {
 }
 
 /// Points of the device that are drawn; the history moves on by as many slots.
-int Points(Integer dev) { return static_cast<int>(std::min<double>(ScanCount(dev), kPointsDrawn)); }
+int Points(Integer device) { return static_cast<int>(std::min<double>(ScanCount(device), kPointsDrawn)); }
 
 /// Moves the history of the channel on by one and puts its latest reading in front.
-void Shift_History(Integer dev, Integer ch) {
-    Table<double, 171>& history = TrendHistory(dev, ch);
-    for (int i = Points(dev); i >= 1; --i) history(i) = history(i - 1);  // Kept: K-history
-    history(0) = Val(ScanRow(dev, ch));                                  // Kept: K-blank-is-0
+void Shift_History(Integer device, Integer ch) {
+    Table<double, 171>& history = TrendHistory(device, ch);
+    for (int i = Points(device); i >= 1; --i) history(i) = history(i - 1);  // Kept: K-history
+    history(0) = Val(ScanRow(device, ch));                                  // Kept: K-blank-is-0
 }
 
-void Draw_Trace(Integer dev, Integer ch, double offset) {
+void Draw_Trace(Integer device, Integer ch, double offset) {
     PictureBox& surface = The<Form1>().draw_pic;
-    for (const Integer i : Each(Points(dev))) {
-        double& delta = TrendDelta(dev);
-        delta = (TrendHistory(dev, ch)(i) - offset) * YStep;
-        delta = delta - (TrendBase(dev) - TrendY(dev));
+    for (const Integer i : Each(Points(device))) {
+        double& delta = TrendDelta(device);
+        delta = (TrendHistory(device, ch)(i) - offset) * YStep;
+        delta = delta - (TrendBase(device) - TrendY(device));
         // An overload, which would leave the plot upward, drops off its lower edge.
         // Kept: K-overload
         const double dy = delta > kLongestStep ? kLongestStep : delta < -kLongestStep ? -kLongestStep : -delta;
-        Trend_Step(surface, TrendX(dev), TrendY(dev), XStep, dy, ChannelColor(dev, ch));
-        TrendX(dev) = surface.CurrentX();
-        TrendY(dev) = surface.CurrentY();
+        Trend_Step(surface, TrendX(device), TrendY(device), XStep, dy, ChannelColor(device, ch));
+        TrendX(device) = surface.CurrentX();
+        TrendY(device) = surface.CurrentY();
     }
 }
 
-void Draw_Channel(Integer dev, Integer ch, Unusable_Settings& unusable) {
-    The<Form1>().draw_pic.SetCurrent(CSng(TrendX(dev)), CSng(TrendY(dev)));
-    Reset_Trend(dev);
+void Draw_Channel(Integer device, Integer ch, Unusable_Settings& unusable) {
+    The<Form1>().draw_pic.SetCurrent(CSng(TrendX(device)), CSng(TrendY(device)));
+    Reset_Trend(device);
     // A channel that is off has its division looked at all the same.
     // Kept: K-off-division
-    const bool scaled = Scale_Channel(dev, ch);
-    TrendX(dev) = -XStep;  // Kept: K-from-outside
-    TrendY(dev) = TrendBase(dev);
-    if (!scaled) unusable.Add(dev, ch);
-    if (IsOff(ChannelPlan(dev, ch))) return;  // Kept: K-row-or-device
-    Shift_History(dev, ch);
-    const std::string& offset = ChannelOffset(dev, ch);
-    if (scaled && Points(dev) > 0) {
+    const bool scaled = Scale_Channel(device, ch);
+    TrendX(device) = -XStep;  // Kept: K-from-outside
+    TrendY(device) = TrendBase(device);
+    if (!scaled) unusable.Add(device, ch);
+    if (IsOff(ChannelPlan(device, ch))) return;  // Kept: K-row-or-device
+    Shift_History(device, ch);
+    const std::string& offset = ChannelOffset(device, ch);
+    if (scaled && Points(device) > 0) {
         if (IsNumeric(offset))
-            Draw_Trace(dev, ch, CDbl(offset));
+            Draw_Trace(device, ch, CDbl(offset));
         else
-            unusable.Add(dev, ch);
+            unusable.Add(device, ch);
     }
     DoEvents();  // Kept: K-mixed-picture
 }
@@ -101,8 +101,8 @@ void Draw_Trend() {
     const PictureBox::Frames frames(The<Form1>().draw_pic);
     The<Form1>().draw_pic.Cls();
     Unusable_Settings unusable;
-    for (const Integer dev : Each(DeviceCount))
-        for (const Integer ch : Each(ChannelCount(dev))) Draw_Channel(dev, ch, unusable);
+    for (const Integer device : Each(DeviceCount))
+        for (const Integer ch : Each(ChannelCount(device))) Draw_Channel(device, ch, unusable);
     unusable.Show();
 }
 

@@ -11,15 +11,15 @@ constexpr int kPoints = 160;
 
 }  // namespace
 
-void Reset_Trend(Integer dev) {
+void Reset_Trend(Integer device) {
     Form1& main = The<Form1>();
     XStep = static_cast<double>(main.draw_pic.Width()) / kPoints;
     YStep = static_cast<double>(main.draw_pic.Height()) / kTrendRows;
-    TrendX(dev) = 0;
+    TrendX(device) = 0;
     // Before the zoom: the zero line follows the grid.
     // Kept: K-zoom
-    TrendY(dev) = BaseRow * YStep;
-    TrendBase(dev) = TrendY(dev);
+    TrendY(device) = BaseRow * YStep;
+    TrendBase(device) = TrendY(device);
     XStep = XStep / XZoom;
     YStep = YStep / YZoom;
     main.pic_end.SetCaption(" " + Str(XZoom * kPoints));  // Kept: K-texts

@@ -9,8 +9,8 @@ namespace vantrel {
 
 inline constexpr int kTrendRows = 15;  ///< rows of the plot's grid
 
-/// Works out the scale and takes the pen of device `dev` (0 to 4) back to the start of its trace, on the zero line.
-void Reset_Trend(Integer dev);
+/// Works out the scale and takes the pen of `device` (0 to 4) back to the start of its trace, on the zero line.
+void Reset_Trend(Integer device);
 
 /// Draws a line on `surface` from (x, y) to (x + dx, y + dy) in `colour` and leaves the pen at its end. Twips, taken
 /// over as 32-bit floats (beyond their range: error 6): whoever reads the pen back goes on in that precision.

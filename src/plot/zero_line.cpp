@@ -9,7 +9,7 @@ namespace vantrel {
 namespace {
 
 void Reset_Trends() {
-    for (const Integer dev : Each(DeviceCount)) Reset_Trend(dev);
+    for (const Integer device : Each(DeviceCount)) Reset_Trend(device);
 }
 
 }  // namespace

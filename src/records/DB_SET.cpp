@@ -33,11 +33,11 @@ void DB_SET::Form_Load() {
     for (int i = devices.ListCount(); i < Combo1.Size(); ++i) Combo1(i).SetVisible(false);
 }
 
-void DB_SET::FillDbCombo(Integer index) {
+void DB_SET::FillDbCombo(Integer device) {
     filling_ = true;
-    Combo1(index).Clear();
-    Offer_Records(Combo1(index));
-    Combo1(index).SetText(Record_Prompt(index));
+    Combo1(device).Clear();
+    Offer_Records(Combo1(device));
+    Combo1(device).SetText(Record_Prompt(device));
     filling_ = false;
 }
 
@@ -45,9 +45,9 @@ void DB_SET::Form_Activate() {
     for (const Integer i : Each(Combo1.Size())) Combo1(i).Select(0, 0);
 }
 
-void DB_SET::Combo1_Change(Integer index) {
+void DB_SET::Combo1_Change(Integer device) {
     if (filling_) return;
-    Assign_Record(index, Combo1(index).Text(), The<Form1>().Combo1.ListCount());
+    Assign_Record(device, Combo1(device).Text(), The<Form1>().Combo1.ListCount());
 }
 
 void DB_SET::OK_Click() { Unload<DB_SET>(); }

@@ -10,22 +10,22 @@ void Offer_Records(ComboBox& combo) {
     combo.AddItem("NONE");
 }
 
-std::string Record_Prompt(Integer index) {
-    return HasRecord(index) ? RecordName(index) : "Please choice a datebase";  // Kept: K-texts
+std::string Record_Prompt(Integer device) {
+    return HasRecord(device) ? RecordName(device) : "Please choice a datebase";  // Kept: K-texts
 }
 
-void Assign_Record(Integer index, const std::string& text, int devices) {
+void Assign_Record(Integer device, const std::string& text, int devices) {
     // Kept: K-word-record
     if (!Contains(text, "Record")) {
-        RecordName(index) = kNoRecord;
+        RecordName(device) = kNoRecord;
         return;
     }
     // Kept: K-shared-record
     for (const Integer j : Each(devices)) {
-        RecordName(index) = text;
-        if (j != index && RecordName(j) == RecordName(index)) {
+        RecordName(device) = text;
+        if (j != device && RecordName(j) == RecordName(device)) {
             MsgBox("Please select other Record.");
-            RecordName(index) = kNoRecord;  // Kept: K-refused
+            RecordName(device) = kNoRecord;  // Kept: K-refused
             return;
         }
     }

@@ -11,11 +11,11 @@ namespace vantrel {
 /// Adds Record1 to Record10, then "NONE", to a combo's list.
 void Offer_Records(ComboBox& combo);
 
-/// What a record combo shows for device `index`: its record, or the prompt where it has none.
-std::string Record_Prompt(Integer index);
+/// What a record combo shows for `device`: its record, or the prompt where it has none.
+std::string Record_Prompt(Integer device);
 
-/// Takes `text` as the record of device `index`. A text without "Record" means none. A record that another of the first
+/// Takes `text` as the record of `device`. A text without "Record" means none. A record that another of the first
 /// `devices` devices has is refused with a message, and the device has none.
-void Assign_Record(Integer index, const std::string& text, int devices);
+void Assign_Record(Integer device, const std::string& text, int devices);
 
 }  // namespace vantrel

@@ -12,7 +12,7 @@ namespace vantrel {
 /// Makes the record's file with its empty table if it is not there, and sets RecordPath. A device without a record:
 /// nothing.
 void CreateRecord(Integer device);
-/// Opens the record of device `device` for appending, renumbers its rows, and sets RecordBase to their number.
+/// Opens the record of `device` for appending, renumbers its rows, and sets RecordBase to their number.
 void OpenRecord(Integer device);
 void CloseRecord(Integer device);
 

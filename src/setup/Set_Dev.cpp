@@ -45,13 +45,13 @@ void Set_Dev::Form_Load() {
     ComboBox& devices = The<Form1>().Combo1;
     for (const Integer i : Each(devices.ListCount())) Combo1_dev.AddItem(devices.List(i));
     Plan_Busy = false;
-    for (const Integer dev : Each(DeviceCount))
-        Mode_Set(SlotOf(dev)) = Contains(ScanModeWord(SlotOf(dev)), "STEP") ? "STEP" : "SCAN";
+    for (const Integer device : Each(DeviceCount))
+        Mode_Set(SlotOf(device)) = Contains(ScanModeWord(SlotOf(device)), "STEP") ? "STEP" : "SCAN";
     if (Combo1_dev.ListCount() > 0) {
         Plan_Busy = true;
         Combo1_dev.SetListIndex(0);
         Combo1_dev_Change();  // Kept: K-three-reads
-        for (const Integer dev : Each(DeviceCount)) ReadDevicePlan(dev);
+        for (const Integer device : Each(DeviceCount)) ReadDevicePlan(device);
         Fill_Combos();
         Plan_Busy = false;
     }
@@ -64,7 +64,7 @@ void Set_Dev::Form_Unload() { Show_ACI_DCI = false; }
 void Set_Dev::Combo1_dev_Change() {
     const BusyCursor busy;
     Show_ACI_DCI = false;
-    for (const Integer dev : Each(DeviceCount)) ReadDevicePlan(dev);  // Kept: K-unsent
+    for (const Integer device : Each(DeviceCount)) ReadDevicePlan(device);  // Kept: K-unsent
     Dev_Sel = Combo1_dev.ListIndex();
     if (Dev_Sel == -1) return;  // Kept: K-typed-device
     Grid_Cols = ChannelCount(Dev_Sel) == 10 ? 2 : 4;

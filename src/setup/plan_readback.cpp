@@ -17,74 +17,75 @@ void CleanReply() { ReplyBuffer = Trim(WithoutLineFeeds(ReplyBuffer)); }
 std::string ReplyWithoutBlanks() { return Trim(ReplyBuffer); }
 
 /// Asks for the function of channel index `i`: the cleaned reply.
-std::string QueryFunction(Integer dev, Integer i) {
-    SendScpi("rout:scan:func? " + Str(i + 1), dev);
+std::string QueryFunction(Integer device, Integer i) {
+    SendScpi("rout:scan:func? " + Str(i + 1), device);
     CleanReply();
     return Trim(ReplyBuffer);
 }
 
 /// Asks for a sensor setting of channel index `i`: the reply, with blanks trimmed only.
-std::string QuerySensor(const std::string& query, Integer dev, Integer i) {
-    SendScpi(query + " @" + Str(i + 1), dev);
+std::string QuerySensor(const std::string& query, Integer device, Integer i) {
+    SendScpi(query + " @" + Str(i + 1), device);
     return ReplyWithoutBlanks();
 }
 
 /// The plan's cell of channel index `i`: by discovery row.
 // Kept: K-row-or-device
-std::string& Cell(Integer dev, int i) { return ChannelPlan(SlotOf(dev), i); }
+std::string& Cell(Integer device, int i) { return ChannelPlan(SlotOf(device), i); }
 
-bool IsFourWireTransducer(Integer dev, Integer i) {
-    return Contains(QuerySensor("TEMPerature:TRANsducer?", dev, i), "FRTD");
+bool IsFourWireTransducer(Integer device, Integer i) {
+    return Contains(QuerySensor("TEMPerature:TRANsducer?", device, i), "FRTD");
 }
 
 }  // namespace
 
-void RefreshChannelFunctions(Integer dev) {
-    const int half = ChannelCount(dev) / 2;
-    for (const Integer i : Each(ChannelCount(dev))) {
-        if (HoldsCurrent(Cell(dev, i))) continue;  // Kept: K-slave
-        const std::string reply = QueryFunction(dev, i);
+void RefreshChannelFunctions(Integer device) {
+    const int half = ChannelCount(device) / 2;
+    for (const Integer i : Each(ChannelCount(device))) {
+        if (HoldsCurrent(Cell(device, i))) continue;  // Kept: K-slave
+        const std::string reply = QueryFunction(device, i);
         MapFunctionName(reply);
-        Cell(dev, i) = MapResult;  // Kept: K-empty-plan
+        Cell(device, i) = MapResult;  // Kept: K-empty-plan
         // Kept: K-letters
-        if (SensorOfWord(reply) == Sensor::kRtd && IsFourWireTransducer(dev, i)) Cell(dev, i) = kFourWireTemperature;
-        if (i + 1 > half && TakesFourWires(Cell(dev, i - half))) Cell(dev, i) = kOff;
+        if (SensorOfWord(reply) == Sensor::kRtd && IsFourWireTransducer(device, i))
+            Cell(device, i) = kFourWireTemperature;
+        if (i + 1 > half && TakesFourWires(Cell(device, i - half))) Cell(device, i) = kOff;
     }
 }
 
-void ReadDevicePlan(Integer dev) {
+void ReadDevicePlan(Integer device) {
     Set_Dev& dialog = The<Set_Dev>();
-    const int half = ChannelCount(dev) / 2;
+    const int half = ChannelCount(device) / 2;
 
-    SendScpi("ROUTe:SCAN:TIMER?", dev);
+    SendScpi("ROUTe:SCAN:TIMER?", device);
     CleanReply();
-    ScanTimerText(dev) = Trim(ReplyBuffer);
-    dialog.Timer_Text(dev) = Trim(ReplyBuffer);  // Kept: K-row-or-device
+    ScanTimerText(device) = Trim(ReplyBuffer);
+    dialog.Timer_Text(device) = Trim(ReplyBuffer);  // Kept: K-row-or-device
 
-    for (const Integer i : Each(ChannelCount(dev))) {
-        const std::string reply = QueryFunction(dev, i);
+    for (const Integer i : Each(ChannelCount(device))) {
+        const std::string reply = QueryFunction(device, i);
         MapFunctionName(reply);
-        if (HoldsCurrent(Cell(dev, i))) {
+        if (HoldsCurrent(Cell(device, i))) {
             // The instrument tells a voltage; only its kind can have changed.
             // Kept: K-two-letters
-            if (Left(MapResult, 2) != Left(Cell(dev, i), 2)) Cell(dev, i) = Left(MapResult, 2) + "I";
+            if (Left(MapResult, 2) != Left(Cell(device, i), 2)) Cell(device, i) = Left(MapResult, 2) + "I";
         } else {
-            Cell(dev, i) = MapResult;
+            Cell(device, i) = MapResult;
             const Sensor sensor = SensorOfWord(reply);
             if (sensor == Sensor::kRtd) {
-                dialog.Temp_Set(i) = QuerySensor("TEMPerature:RTD:TYPE?", dev, i);  // Kept: K-sensors-shared
-                if (IsFourWireTransducer(dev, i)) Cell(dev, i) = kFourWireTemperature;
+                dialog.Temp_Set(i) = QuerySensor("TEMPerature:RTD:TYPE?", device, i);  // Kept: K-sensors-shared
+                if (IsFourWireTransducer(device, i)) Cell(device, i) = kFourWireTemperature;
             } else if (sensor == Sensor::kThermocouple) {
-                dialog.Temp_Set(i) = QuerySensor("TCOuple:TYPE?", dev, i);
+                dialog.Temp_Set(i) = QuerySensor("TCOuple:TYPE?", device, i);
             }
             if (i + 1 > half) {
-                if (TakesFourWires(MapResult)) Cell(dev, i) = kOff;  // Kept: K-slave
+                if (TakesFourWires(MapResult)) Cell(device, i) = kOff;  // Kept: K-slave
                 // The master is looked up by device and not by row: the two agree while rows are ticked from the top.
                 // Kept: K-row-or-device
-                if (TakesFourWires(ChannelPlan(dev, i - half))) Cell(dev, i) = kOff;
+                if (TakesFourWires(ChannelPlan(device, i - half))) Cell(device, i) = kOff;
             }
         }
-        dialog.Fun_Set(SlotOf(dev), i) = Cell(dev, i);
+        dialog.Fun_Set(SlotOf(device), i) = Cell(device, i);
     }
 }
 

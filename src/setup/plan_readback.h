@@ -8,11 +8,11 @@ namespace vantrel {
 // Both ask channel by channel and fold the replies into ChannelPlan, so that the two things that an instrument cannot
 // know stay: which voltage channels are currents behind a shunt, and which slaves a four-wire master occupies.
 
-/// Refreshes the function names of device `dev`. Current channels are not asked.
-void RefreshChannelFunctions(Integer dev);
+/// Refreshes the function names of `device`. Current channels are not asked.
+void RefreshChannelFunctions(Integer device);
 
-/// Reads functions, scan timer and sensor types of device `dev` into ChannelPlan and ScanTimerText, and into the
+/// Reads functions, scan timer and sensor types of `device` into ChannelPlan and ScanTimerText, and into the
 /// working arrays of the scanner card dialog.
-void ReadDevicePlan(Integer dev);
+void ReadDevicePlan(Integer device);
 
 }  // namespace vantrel

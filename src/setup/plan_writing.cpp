@@ -14,28 +14,28 @@ namespace {
 
 constexpr double kTimerLimit = 9999.999;  // seconds, exclusive
 
-void WriteTimer(const std::string& text, Integer dev) {
+void WriteTimer(const std::string& text, Integer device) {
     const double seconds = CDbl(text);
     if (seconds < 0 || seconds >= kTimerLimit) return;  // Kept: K-timer-range
-    ScanTimerText(dev) = text;
-    SendScpi("ROUTe:SCAN:TIMER " + text, dev);
+    ScanTimerText(device) = text;
+    SendScpi("ROUTe:SCAN:TIMER " + text, device);
 }
 
 /// A timer that is not a number, or too large for a float, ends SET where it would be converted. The scan mode of
-/// device `dev` has been taken by then, but nothing has been sent to it; the devices before it have been set. The user
+/// `device` has been taken by then, but nothing has been sent to it; the devices before it have been set. The user
 /// is told whose timer to correct. The working arrays stay as they are.
-void RefuseTimer(Set_Dev& dialog, Integer dev) {
+void RefuseTimer(Set_Dev& dialog, Integer device) {
     // The shown device may have been written and read back already.
-    if (dialog.Dev_Sel >= 0 && dialog.Dev_Sel < dev) dialog.Fill_Combos();
+    if (dialog.Dev_Sel >= 0 && dialog.Dev_Sel < device) dialog.Fill_Combos();
     dialog.Plan_Busy = false;
-    MsgBox("The scan timer of " + The<Form1>().Combo1.List(dev) + " is not a number of seconds: \"" +
-           dialog.Timer_Text(dev) + "\". Please key a number.");
+    MsgBox("The scan timer of " + The<Form1>().Combo1.List(device) + " is not a number of seconds: \"" +
+           dialog.Timer_Text(device) + "\". Please key a number.");
     dialog.Timer_Set.SetFocus();
 }
 
-void WriteChannel(Set_Dev& dialog, Integer dev, Integer i) {
-    const Integer slot = SlotOf(dev);
-    const int half = ChannelCount(dev) / 2;
+void WriteChannel(Set_Dev& dialog, Integer device, Integer i) {
+    const Integer slot = SlotOf(device);
+    const int half = ChannelCount(device) / 2;
     const bool master = i + 1 <= half;
     const std::string on_channel = " ,@" + Str(i + 1);
 
@@ -44,17 +44,17 @@ void WriteChannel(Set_Dev& dialog, Integer dev, Integer i) {
     if (!master && TakesFourWires(dialog.Fun_Set(slot, i - half))) return;
 
     MapFunctionName(ChannelPlan(slot, i));
-    SendScpi("rout:scan:func " + Str(i + 1) + "," + MapResult, dev);
+    SendScpi("rout:scan:func " + Str(i + 1) + "," + MapResult, device);
     const Sensor sensor = SensorOfWord(MapResult);
     if (sensor == Sensor::kRtd) {
-        SendScpi("SENSe:TEMP:RTD:TYPE " + dialog.temp(i).Text() + on_channel, dev);  // Kept: K-sensors-shared
+        SendScpi("SENSe:TEMP:RTD:TYPE " + dialog.temp(i).Text() + on_channel, device);  // Kept: K-sensors-shared
         // Kept: K-slave-none
         if (master) {
             const bool four_wire = TakesFourWires(ChannelPlan(slot, i));
-            SendScpi((four_wire ? "SENSe:TEMP:TRAN FRTD" : "SENSe:TEMP:TRAN RTD") + on_channel, dev);
+            SendScpi((four_wire ? "SENSe:TEMP:TRAN FRTD" : "SENSe:TEMP:TRAN RTD") + on_channel, device);
         }
     } else if (sensor == Sensor::kThermocouple) {
-        SendScpi("SENSe:TCOuple:TYPE " + dialog.temp(i).Text() + on_channel, dev);
+        SendScpi("SENSe:TCOuple:TYPE " + dialog.temp(i).Text() + on_channel, device);
     }
 }
 
@@ -63,16 +63,16 @@ void WriteChannel(Set_Dev& dialog, Integer dev, Integer i) {
 void WriteDevicePlans() {
     Set_Dev& dialog = The<Set_Dev>();
     dialog.Plan_Busy = true;
-    for (const Integer dev : Each(DeviceCount)) {
-        const Integer slot = SlotOf(dev);
+    for (const Integer device : Each(DeviceCount)) {
+        const Integer slot = SlotOf(device);
         ScanModeWord(slot) = dialog.Mode_Set(slot) == "SCAN" ? "SCAN" : "SCAN:STEP";  // Kept: K-typed-plan
-        if (!IsNumeric(dialog.Timer_Text(dev))) {
-            RefuseTimer(dialog, dev);
+        if (!IsNumeric(dialog.Timer_Text(device))) {
+            RefuseTimer(dialog, device);
             return;
         }
-        WriteTimer(dialog.Timer_Text(dev), dev);  // Kept: K-row-or-device
-        for (const Integer i : Each(ChannelCount(dev))) WriteChannel(dialog, dev, i);
-        ReadDevicePlan(dev);
+        WriteTimer(dialog.Timer_Text(device), device);  // Kept: K-row-or-device
+        for (const Integer i : Each(ChannelCount(device))) WriteChannel(dialog, device, i);
+        ReadDevicePlan(device);
     }
     dialog.Fill_Combos();  // Kept: K-typed-device
     dialog.Plan_Busy = false;

@@ -56,7 +56,7 @@ ChannelTable<Table<double, 171>> TrendHistory;
 
 bool LinkIsGood() { return VisaStatus == kViSuccess || VisaStatus == kViSuccessMaxCnt; }
 
-bool HasRecord(Integer dev) { return RecordName(dev) != kNoRecord; }
+bool HasRecord(Integer device) { return RecordName(device) != kNoRecord; }
 
 void BuildColorTable() {
     const std::vector<Colour> colours = {
@@ -69,7 +69,7 @@ void BuildColorTable() {
 }
 
 void ClearRunState() {
-    for (const Integer dev : Each(kDevices)) ScanCount(dev) = 0;
+    for (const Integer device : Each(kDevices)) ScanCount(device) = 0;
     StopRequested = 0;
 }
 
@@ -80,16 +80,16 @@ void SetTrendDefaults() {
 }
 
 void SetDeviceDefaults() {
-    for (const Integer dev : Each(kDevices)) {
-        RecordName(dev) = kNoRecord;
-        ScanModeWord(dev) = "SCAN";
+    for (const Integer device : Each(kDevices)) {
+        RecordName(device) = kNoRecord;
+        ScanModeWord(device) = "SCAN";
         for (const Integer ch : Each(kChannels)) {
-            ChannelDivision(dev, ch) = "1";
-            ChannelOffset(dev, ch) = "0";
-            ChannelColor(dev, ch) = ColorTable(ch);
-            ScanRow(dev, ch) = " ";
-            ShuntOhm(dev, ch) = 1.0;
-            ShuntOffset(dev, ch) = 0.0;
+            ChannelDivision(device, ch) = "1";
+            ChannelOffset(device, ch) = "0";
+            ChannelColor(device, ch) = ColorTable(ch);
+            ScanRow(device, ch) = " ";
+            ShuntOhm(device, ch) = 1.0;
+            ShuntOffset(device, ch) = 0.0;
         }
     }
 }

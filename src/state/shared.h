@@ -1,9 +1,9 @@
 // The shared tables of the program: one block that every dialog and the run read and write directly. One thread, no
 // locks.
 //
-// A device `dev` (0 to 3) is the position of an instrument among those ticked in the Connect dialog, `ch` (0 to 19) the
+// A device (0 to 3) is the position of an instrument among those ticked in the Connect dialog, `ch` (0 to 19) the
 // index of a channel; on the wire and on the screen a channel is its index plus 1. Five devices and 21 channels are
-// declared. The road from a device to its VISA session takes three steps: InstrSession(FoundSession(SlotOf(dev))).
+// declared. The road from a device to its VISA session takes three steps: InstrSession(FoundSession(SlotOf(device))).
 // Tables indexed by discovery row say so; all others are indexed by device.
 #pragma once
 
@@ -65,7 +65,7 @@ extern Integer ShuntDevice, ShuntChannel;          ///< the channel that the shu
 // Kept: K-device-settings, K-record-0
 /// Name of the record that a device stores into, without folder and extension; kNoRecord: it stores nothing.
 extern Table<std::string, 5> RecordName;
-bool HasRecord(Integer dev);
+bool HasRecord(Integer device);
 
 // ---------------------------------------------------------------------------------------------------------------- run
 

@@ -17,11 +17,11 @@ struct DB_SET : Window {
 
     void Form_Load() override;
     void Form_Activate() override;
-    void Combo1_Change(Integer index);
+    void Combo1_Change(Integer device);
     void OK_Click();
 
 private:
-    void FillDbCombo(Integer index);
+    void FillDbCombo(Integer device);
 
     bool filling_ = false;  ///< a combo is being filled from RecordName, which must not change by it
 };

@@ -20,8 +20,8 @@ struct Form2 : Window {
     Integer Edit_Col = 0, Edit_Row = 0;
 
     void Form_Load() override;
-    void MSFlexGrid1_Click(Integer tab);
-    void Text1_Change(Integer tab);
+    void MSFlexGrid1_Click(Integer device);
+    void Text1_Change(Integer device);
     void Command1_Click();  ///< OK
 };
 
