@@ -5,6 +5,7 @@
 #include "records/record_store.h"
 #include "support/temp_folder.h"
 
+#include <cstdint>
 #include <sqlite3.h>
 #include <string>
 
@@ -114,7 +115,7 @@ void RenumberAtStart(benchmark::State& state) {
         [&] {
             Recordset rows_at_start = database.OpenRecordset("select * from data");
             Database::Transaction walk(database);
-            Renumber<Integer>(rows_at_start);
+            Renumber<std::int16_t>(rows_at_start);
             walk.Commit();
         },
         [&] { bare.ReadAll(); });

@@ -6,6 +6,7 @@
 #include "platform/numbers.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -81,6 +82,18 @@ public:
     void Update(int update_type = 1, bool force = false);
     /// Removes the current row (else error 3021). The set stands on no row until the next move.
     void Delete();
+
+    /// Numbers the rows of the table 1, 2, 3 ... in stored order, as a walk over them would: a row with Null in
+    /// `column` is removed, a text that is the row's number, however it is written, stays as it is, any other is
+    /// replaced. A text that is no number: error 13; more than `most` rows: error 6; what the walk did before it stays
+    /// done. The set is then all rows, those too that others have added meanwhile, and stands behind the last. To be
+    /// called inside a Transaction. Rows that are right already are not touched, and it costs one reading of the
+    /// column, or nothing as long as the file has not changed since the last one.
+    void Renumber(const std::string& column, std::int64_t most);
+    /// Reads `columns` of the table's rows in one go, in stored order, from row number `first` on, counted from 1,
+    /// until `visit` returns false. The current row stays the same.
+    using Visit = std::function<bool(const std::vector<std::optional<std::string>>& texts)>;
+    void Scan(std::int64_t first, const std::vector<std::string>& columns, const Visit& visit) const;
 
     /// The column of the row on hand; nullopt for Null. Error 3265 for no such column, 3021 for no current row.
     std::optional<std::string> Value(const std::string& column) const;

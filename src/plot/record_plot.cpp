@@ -64,24 +64,27 @@ bool Record_View_Draw::Repair_Rows() {
 
 void Record_View_Draw::Walk_Rows() {
     Require_Record_Columns(Record_Rs);
+    Renumber<std::int32_t>(Record_Rs);
     const std::string channel = Combo_chan.Text();
-    const bool is_limited = draw_limit.Value();
-    const double first = is_limited ? Val(draw_start.Text()) : 1;
-    const double last = is_limited ? Val(draw_stop.Text()) : std::numeric_limits<double>::max();
-    std::string fault;
-    Renumber<std::int32_t>(Record_Rs, [&](double row) {
-        if (row >= first && row <= last && fault.empty()) fault = Fault_Of_Row(row, channel);
-    });
-    if (!fault.empty()) throw RunTimeError(kNoCurrentRecord, fault);
+    if (Is_Channel(channel)) Check_Rows(channel);
 }
 
-/// What keeps the current row, number `row`, from being drawn; empty for nothing.
-std::string Record_View_Draw::Fault_Of_Row(double row, const std::string& channel) const {
-    if (!Is_Channel(channel)) return "";
-    // Kept: K-same-number
-    if (Record_Rs.Value("num") != Str(row)) return "Row " + Str(row) + " is not found under its number.";
-    if (!Record_Rs.Value(channel)) return Holds_Nothing(row, channel);
-    return "";
+/// Refuses a row of the range that cannot be drawn.
+void Record_View_Draw::Check_Rows(const std::string& channel) const {
+    const double first = draw_limit.Value() ? Val(draw_start.Text()) : 1;
+    const double last = draw_limit.Value() ? Val(draw_stop.Text()) : std::numeric_limits<double>::max();
+    std::string fault;
+    double row = first;
+    Record_Rs.Scan(static_cast<std::int64_t>(first), {"num", channel}, [&](const auto& texts) {
+        if (row > last) return false;
+        if (texts[0] != Str(row))  // Kept: K-same-number
+            fault = "Row " + Str(row) + " is not found under its number.";
+        else if (!texts[1])
+            fault = Holds_Nothing(row, channel);
+        row += 1;
+        return fault.empty();
+    });
+    if (!fault.empty()) throw RunTimeError(kNoCurrentRecord, fault);
 }
 
 void Record_View_Draw::Take_Range() {

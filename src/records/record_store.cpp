@@ -2,6 +2,8 @@
 
 #include "state/shared.h"
 
+#include <cstdint>
+
 namespace vantrel {
 
 namespace {
@@ -36,7 +38,7 @@ void OpenRecord(Integer device) {
     Recordset& rows = RecordRs(device);
     if (rows.RecordCount() != 0) {
         Database::Transaction walk(RecordDb(device));
-        Renumber<Integer>(rows);  // Kept: K-32767-rows
+        Renumber<std::int16_t>(rows);  // Kept: K-32767-rows
         walk.Commit();
     }
     if (rows.RecordCount() == 0) {

@@ -5,6 +5,8 @@
 #include "platform/files.h"
 #include "platform/numbers.h"
 
+#include <limits>
+
 namespace vantrel {
 
 // Each takes a device 0 to 3. What the engine or the numbering refuses is a run-time error.
@@ -16,35 +18,14 @@ void CreateRecord(Integer device);
 void OpenRecord(Integer device);
 void CloseRecord(Integer device);
 
-/// Numbers the rows of a record 1, 2, 3 ... in stored order and removes those without a number. `Counter` counts the
-/// rows: an Integer raises error 6 past 32767 rows. A number text that is no number raises error 13. To be called
-/// inside a transaction, for one commit of the whole walk. `visit(counter)` is called for each row that stays, while
-/// `rows` stands on it.
-template <class Counter, class Visit>
-void Renumber(Recordset& rows, const Visit& visit) {
-    rows.MoveFirst();
-    Counter counter = 0;
-    while (!rows.Eof()) {
-        // Kept: K-renumber
-        if (!rows.Value("num").has_value()) {
-            rows.Delete();
-        } else {
-            counter += 1;
-            rows.Edit();
-            // Kept: K-same-number
-            if (CDbl(rows.Text("num")) != counter) {
-                rows.Set("num", static_cast<double>(counter));
-                rows.Update();
-            }
-            visit(counter);
-        }
-        rows.MoveNext();
-    }
-}
-
+/// Numbers the rows of a record 1, 2, 3 ... in stored order and removes those without a number. `Counter`, an
+/// integer type, counts the rows: one of 16 bits raises error 6 past 32767 rows. A number text that is no number raises
+/// error 13. What was set right before an error stays so. To be called inside a transaction, for one commit of the
+/// whole.
 template <class Counter>
 void Renumber(Recordset& rows) {
-    Renumber<Counter>(rows, [](Counter) {});
+    static_assert(std::numeric_limits<Counter>::is_integer);
+    rows.Renumber("num", std::numeric_limits<Counter>::max());  // Kept: K-renumber, K-same-number
 }
 
 /// Refuses the rows of a table that is no record's, for want of one of the 22 columns: error 3265. For whoever only

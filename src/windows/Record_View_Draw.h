@@ -87,7 +87,7 @@ private:
     bool Repair_Rows();
     void Walk_Rows();
     void Take_Range();
-    std::string Fault_Of_Row(double row, const std::string& channel) const;
+    void Check_Rows(const std::string& channel) const;
     void Draw_Rows(int draw, double y_scale);  ///< `y_scale`: twips per unit of value
     /// The text of `channel`, "CH1" to "CH20", in row `row`; `otherwise` for any other channel.
     std::string Stored_Text(Database& database, double row, const std::string& channel, const std::string& otherwise);

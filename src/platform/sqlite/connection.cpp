@@ -81,6 +81,7 @@ std::size_t Table::ColumnIndex(std::string_view column) const {
 }
 
 Statement::~Statement() {
+    if (statement_ == nullptr) return;
     sqlite3_reset(statement_);
     sqlite3_clear_bindings(statement_);
 }
@@ -92,6 +93,10 @@ void Statement::Bind(int parameter, const Text& value) {
         sqlite3_bind_text64(statement_, parameter, value->data(), value->size(), SQLITE_STATIC, SQLITE_UTF8);
     else
         sqlite3_bind_null(statement_, parameter);
+}
+
+void Statement::Bind(int parameter, void* object, const char* kind) {
+    sqlite3_bind_pointer(statement_, parameter, object, kind, nullptr);
 }
 
 bool Statement::Step() {
@@ -211,6 +216,16 @@ Statement Connection::Prepare(const std::string& sql) {
     return Statement(statement);
 }
 
+void Connection::Begin(const std::string& begin) {
+    Run(begin);
+    changes_before_ = sqlite3_total_changes(database_);
+}
+
+void Connection::AddFunction(const char* name, int arguments,
+                             void (*function)(sqlite3_context*, int, sqlite3_value**)) {
+    Check(sqlite3_create_function(database_, name, arguments, SQLITE_UTF8, nullptr, function, nullptr, nullptr));
+}
+
 void Connection::Rollback() noexcept {
     if (IsInTransaction()) sqlite3_exec(database_, "rollback", nullptr, nullptr, nullptr);
 }
@@ -275,13 +290,9 @@ void RequireMade(os::Fault fault) {
 }
 
 ReadScope::ReadScope(Connection& connection) {
-    if (connection.IsInTransaction()) return;
-    connection.Run("begin");
-    connection_ = &connection;
-}
-
-ReadScope::~ReadScope() {
-    if (connection_ != nullptr) connection_->Rollback();  // nothing was written
+    if (connection.IsOpen() && connection.IsReading()) return;
+    reading_.emplace(connection.Prepare("select 1 from sqlite_master"));
+    reading_->Step();
 }
 
 }  // namespace vantrel::engine

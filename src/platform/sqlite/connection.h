@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace vantrel::engine {
@@ -40,13 +41,15 @@ struct Table {
 class Statement {
 public:
     explicit Statement(sqlite3_stmt* statement) : statement_(statement) {}
+    Statement(Statement&& other) noexcept : statement_(std::exchange(other.statement_, nullptr)) {}
+    Statement& operator=(Statement&&) = delete;
     ~Statement();
-    Statement(const Statement&) = delete;
-    Statement& operator=(const Statement&) = delete;
 
     void Bind(int parameter, std::int64_t value);
     /// `value` must live until the statement is done.
     void Bind(int parameter, const Text& value);
+    /// An object of ours, which a function of ours knows by the name of its kind.
+    void Bind(int parameter, void* object, const char* kind);
     /// Back to before the first result row.
     void Reset() { sqlite3_reset(statement_); }
     /// Runs to the next result row. False when there is none left.
@@ -87,7 +90,18 @@ public:
 
     bool IsOpen() const { return database_ != nullptr; }
     bool IsInTransaction() const { return IsOpen() && sqlite3_get_autocommit(database_) == 0; }
-    bool HasUncommittedChanges() const { return sqlite3_txn_state(database_, nullptr) == SQLITE_TXN_WRITE; }
+    /// True while what this connection reads stands still: in a transaction that has begun to read, or in a ReadScope.
+    bool IsReading() const { return sqlite3_txn_state(database_, nullptr) != SQLITE_TXN_NONE; }
+    /// `begin`: the statement that begins it.
+    void Begin(const std::string& begin);
+    /// True once a row has been changed in the open transaction.
+    bool HasUncommittedChanges() const {
+        return IsInTransaction() && sqlite3_total_changes(database_) != changes_before_;
+    }
+    /// True while the file stands for what this connection reads: it has its name, and no change waits for a commit.
+    bool IsAsStored() const { return !IsNew() && !HasUncommittedChanges(); }
+    /// Lets statements call a function of ours.
+    void AddFunction(const char* name, int arguments, void (*function)(sqlite3_context*, int, sqlite3_value**));
     /// Undoes an open transaction. Never raises.
     void Rollback() noexcept;
     /// Not for a new database.
@@ -109,6 +123,7 @@ private:
     std::string new_path_;
     std::unique_ptr<os::NewFile> new_file_;
     sqlite3* database_ = nullptr;
+    int changes_before_ = 0;  // of the open transaction
     std::unordered_map<std::string, sqlite3_stmt*> statements_;
     std::vector<std::shared_ptr<const Table>> tables_;
 };
@@ -117,16 +132,14 @@ private:
 /// permitted 3051, anything else 3000.
 void RequireMade(os::Fault fault);
 
-/// Several reads as one consistent picture. Part of the transaction that is open already, if one is.
+/// Several reads as one consistent picture, during which nobody else changes the file. Part of the transaction or the
+/// scope that is open already, if one is.
 class ReadScope {
 public:
     explicit ReadScope(Connection& connection);
-    ~ReadScope();
-    ReadScope(const ReadScope&) = delete;
-    ReadScope& operator=(const ReadScope&) = delete;
 
 private:
-    Connection* connection_ = nullptr;
+    std::optional<Statement> reading_;  // holds the lock for as long as it is not done
 };
 
 }  // namespace vantrel::engine

@@ -49,6 +49,12 @@ std::string Recordset::Text(const std::string& column) const {
 
 void Recordset::Set(const std::string& column, const FieldInput& value) { Opened(rows_).Set(column, TextOf(value)); }
 
+void Recordset::Renumber(const std::string& column, std::int64_t most) { Opened(rows_).Renumber(column, most); }
+
+void Recordset::Scan(std::int64_t first, const std::vector<std::string>& columns, const Visit& visit) const {
+    Opened(rows_).Scan(first, columns, visit);
+}
+
 void Database::AppendTableDef(const TableDef& table) {
     engine::Connection& connection = Opened(connection_);
     if (connection.HasTable(table.Name)) throw RunTimeError(kTableExists);
@@ -74,7 +80,7 @@ Database::Transaction::Transaction(const Database& database) {
     if (connection.IsInTransaction()) return;  // part of the one that is under way
     // With the lock for writing from the start: who took it behind a first reading could meet a program that waits for
     // the end of that reading, and would have to give up.
-    connection.Run("begin immediate");
+    connection.Begin("begin immediate");
     connection_ = database.connection_;
 }
 

@@ -1,8 +1,14 @@
 #include "platform/sqlite/numbering.h"
 
+#include "platform/errors.h"
+#include "platform/numbers.h"
+
+#include <array>
 #include <charconv>
+#include <limits>
 #include <map>
-#include <tuple>
+#include <numeric>
+#include <utility>
 
 namespace vantrel::engine {
 
@@ -24,69 +30,83 @@ Stamp StampOf(const OpenFile& file) {
     return {.change_counter = file.Read(kChangeCounterOffset, kChangeCounterSize), .file = file.Stamp()};
 }
 
-/// What is known of a column at one stamp of its file.
-struct Numbering {
+/// What is known of a table at one stamp of its file: its columns that have been looked at, each with its numbering.
+struct Known {
     Stamp stamp;
-    bool is_proven = false;     ///< the column counts the rows 1, 2, 3 ... in stored order
-    std::int64_t count = 0;     ///< rows
-    std::int64_t first_id = 0;  ///< row id of row 1
-    std::int64_t last_id = 0;   ///< row id of row `count`
+    std::map<std::string, Numbering> columns;
 };
 
-using ColumnKey = std::tuple<os::FileIdentity, std::string, std::string>;  // file, table, column
-using Numberings = std::map<ColumnKey, Numbering>;
+using TableKey = std::pair<os::FileIdentity, std::string>;
 
 /// Kept beyond a connection, as a reader may open a record for each row that it shows.
-Numberings& KnownNumberings() {
-    static auto* const known = new Numberings;
+std::map<TableKey, Known>& AllKnown() {
+    static auto* const known = new std::map<TableKey, Known>;
     return *known;
 }
 
+/// A row number as the program writes it.
+class Plain {
+public:
+    explicit Plain(std::int64_t number) : end_(std::to_chars(text_.data(), text_.data() + text_.size(), number).ptr) {}
+    std::string_view View() const { return {text_.data(), end_}; }
+
+private:
+    std::array<char, 24> text_;
+    char* end_;
+};
+
+/// True if `text`, however written, is the number `number`.
+bool Is(std::string_view text, std::int64_t number) {
+    if (text == Plain(number).View()) return true;
+    return IsNumeric(text) && CDbl(text) == static_cast<double>(number);
+}
+
+/// Reads the column as far as it numbers the rows; `count` and the ids are those of the rows up to there.
 Numbering Prove(Connection& connection, const Table& table, const std::string& column) {
     ++scan_count;
     Numbering numbering;
     const std::string id_and_number = "select _rowid_," + Quoted(column) + " from " + Quoted(table.name);
     Statement rows = connection.Prepare(id_and_number + " order by _rowid_");
     while (rows.Step()) {
+        if (!rows.IsText(1) || !Is(rows.View(1), numbering.count + 1)) return numbering;
         numbering.last_id = rows.Int(0);
         if (++numbering.count == 1) numbering.first_id = numbering.last_id;
-        if (!rows.IsText(1) || rows.View(1) != std::to_string(numbering.count)) return numbering;
     }
     numbering.is_proven = true;
     return numbering;
 }
 
-const Numbering& NumberingOf(Connection& connection, const Table& table, const std::string& column) {
+/// What is known of the table, which is nothing if the file has changed.
+Known& KnownNow(Connection& connection, const Table& table) {
     const Stamp stamp = StampOf(connection.File());
-    Numbering& known = KnownNumberings()[{connection.File().Identity(), table.name, column}];
-    if (!(known.stamp == stamp)) {
-        known = Prove(connection, table, column);
-        known.stamp = stamp;
-    }
+    Known& known = AllKnown()[{connection.File().Identity(), table.name}];
+    if (!(known.stamp == stamp)) known = {.stamp = stamp, .columns = {}};
     return known;
 }
 
-/// The number that `text` is, written as a numbering writes it; 0 for any other text.
-std::int64_t PlainNumber(const std::string& text) {
-    std::int64_t number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return std::to_string(number) == text ? number : 0;
+const Numbering& NumberingOf(Connection& connection, const Table& table, const std::string& column) {
+    auto& columns = KnownNow(connection, table).columns;
+    const auto known = columns.find(column);
+    return known != columns.end() ? known->second
+                                  : columns.emplace(column, Prove(connection, table, column)).first->second;
 }
 
-/// The id of row `number` of a numbered column: where no ids are missing it is a matter of counting, else of search.
+/// The id of row `number`, 1 to `count`, of a proven numbering: where no ids are missing it is a matter of counting,
+/// else of search.
 std::int64_t IdOf(Connection& connection, const Table& table, const std::string& column, const Numbering& numbering,
                   std::int64_t number) {
-    if (numbering.last_id - numbering.first_id == numbering.count - 1) return numbering.first_id + number - 1;
+    const auto span = static_cast<std::uint64_t>(numbering.last_id) - static_cast<std::uint64_t>(numbering.first_id);
+    if (span == static_cast<std::uint64_t>(numbering.count) - 1) return numbering.first_id + (number - 1);
     const std::string id_and_number = "select _rowid_," + Quoted(column) + " from " + Quoted(table.name);
     Statement probe = connection.Prepare(id_and_number + " where _rowid_>=?1 order by _rowid_ limit 1");
     std::int64_t low = numbering.first_id;
     std::int64_t high = numbering.last_id;
-    while (low < high) {
-        const std::int64_t middle = low + (high - low) / 2;
+    while (low < high) {  // the row lies between them, both included
+        const std::int64_t middle = std::midpoint(low, high);
         probe.Reset();
         probe.Bind(1, middle);
         if (!probe.Step()) break;
-        const std::int64_t found = PlainNumber(std::string(probe.View(1)));
+        const auto found = static_cast<std::int64_t>(CDbl(probe.View(1)));
         if (found == number) return probe.Int(0);
         if (found < number)
             low = probe.Int(0) + 1;
@@ -116,21 +136,155 @@ std::vector<std::int64_t> Scan(Connection& connection, const Table& table, const
     return ids;
 }
 
+// ---- Renumbering, as one UPDATE with two functions of its own: which rows have a wrong number, and the right one.
+
+/// A walk over the rows that the functions count.
+struct Walk {
+    std::int64_t number;  ///< of the last row that was counted
+    std::int64_t most;
+    std::int64_t first_id, last_id;                                  ///< of the rows that were counted
+    std::int64_t end_id = std::numeric_limits<std::int64_t>::max();  ///< the row that it stops at
+    int fault = 0;                                                   ///< the error that it stops with
+    bool has_met_null = false;
+
+    void Stop(std::int64_t id, int error) {
+        end_id = id;
+        fault = error;
+    }
+};
+
+constexpr const char* kWalk = "walk";
+
+Walk& WalkOf(sqlite3_value** arguments) { return *static_cast<Walk*>(sqlite3_value_pointer(arguments[0], kWalk)); }
+
+std::string_view TextOf(sqlite3_value* value) {
+    const auto* const text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    if (text == nullptr) return {};
+    return {text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
+}
+
+/// is_wrong(walk, row id, number): goes on to the next row. Behind the row that the walk stops at none is wrong.
+void IsWrong(sqlite3_context* context, int, sqlite3_value** arguments) {
+    Walk& walk = WalkOf(arguments);
+    const std::int64_t id = sqlite3_value_int64(arguments[1]);
+    sqlite3_result_int(context, 0);
+    if (walk.fault != 0) return;
+    if (sqlite3_value_type(arguments[2]) == SQLITE_NULL) {
+        walk.has_met_null = true;
+        return;
+    }
+    if (walk.number == walk.most) return walk.Stop(id, kOverflow);
+    const std::string_view text = TextOf(arguments[2]);
+    try {
+        const std::int64_t next = walk.number + 1;
+        const bool is_right = text == Plain(next).View() || CDbl(text) == static_cast<double>(next);
+        walk.number = next;
+        walk.last_id = id;
+        if (next == 1) walk.first_id = id;
+        sqlite3_result_int(context, is_right ? 0 : 1);
+    } catch (const RunTimeError& error) {
+        walk.Stop(id, error.Number());
+    }
+}
+
+/// right_number(walk, row id), of the row that has just been found wrong.
+void RightNumber(sqlite3_context* context, int, sqlite3_value** arguments) {
+    const Walk& walk = WalkOf(arguments);
+    if (sqlite3_value_int64(arguments[1]) != walk.last_id)
+        return sqlite3_result_error(context, "rows are not changed one by one", -1);
+    const Plain number(walk.number);
+    sqlite3_result_text(context, number.View().data(), static_cast<int>(number.View().size()), SQLITE_TRANSIENT);
+}
+
+/// Walks over the rows behind those that `walk` has counted already.
+void WalkOn(Connection& connection, const Table& table, const std::string& column, Walk& walk) {
+    const std::string name = Quoted(table.name);
+    const std::string number = Quoted(column);
+    connection.AddFunction("is_wrong", 3, IsWrong);
+    connection.AddFunction("right_number", 2, RightNumber);
+    {
+        Statement change =
+            connection.Prepare("update " + name + " set " + number +
+                               "=right_number(?1,_rowid_) where _rowid_>=?2 and is_wrong(?1,_rowid_," + number + ")");
+        change.Bind(1, &walk, kWalk);
+        change.Bind(2, walk.number == 0 ? std::numeric_limits<std::int64_t>::min() : walk.last_id + 1);
+        change.Step();
+    }
+    if (!walk.has_met_null) return;
+    Statement remove = connection.Prepare("delete from " + name + " where " + number + " is null and _rowid_<=?1");
+    remove.Bind(1, walk.end_id);
+    remove.Step();
+}
+
+std::uint32_t AsNumber(const std::string& big_endian) {
+    std::uint32_t number = 0;
+    for (const char byte : big_endian) number = number << 8 | static_cast<unsigned char>(byte);
+    return number;
+}
+
 }  // namespace
 
 std::vector<std::int64_t> FindRows(Connection& connection, const Table& table, const std::string& column,
                                    const std::string& text) {
-    const ReadScope one_picture(connection);
-    // The first read takes the lock under which the file, and so its stamp, stands still.
-    connection.Run("select _rowid_ from " + Quoted(table.name) + " limit 1");
-    if (connection.IsNew() || connection.HasUncommittedChanges()) return Scan(connection, table, column, text);
+    if (!connection.IsAsStored()) return Scan(connection, table, column, text);
     const Numbering& numbering = NumberingOf(connection, table, column);
     if (!numbering.is_proven) return Scan(connection, table, column, text);
-    const std::int64_t number = PlainNumber(text);
-    if (number < 1 || number > numbering.count) return {};
-    const std::int64_t id = IdOf(connection, table, column, numbering, number);
-    if (Holds(connection, table, column, id, text)) return {id};
-    return Scan(connection, table, column, text);
+    // Only the row of that number can hold it.
+    const double number = IsNumeric(text) ? CDbl(text) : 0;
+    if (number < 1 || number > static_cast<double>(numbering.count)) return {};
+    const std::int64_t id = IdOf(connection, table, column, numbering, static_cast<std::int64_t>(number));
+    if (!Holds(connection, table, column, id, text)) return {};
+    return {id};
+}
+
+Numbering Renumber(Connection& connection, const Table& table, const std::string& column, std::int64_t most) {
+    const Numbering numbering =
+        connection.IsAsStored() ? NumberingOf(connection, table, column) : Prove(connection, table, column);
+    if (numbering.count > most) throw RunTimeError(kOverflow);
+    if (numbering.is_proven) return numbering;
+    Walk walk{.number = numbering.count, .most = most, .first_id = numbering.first_id, .last_id = numbering.last_id};
+    WalkOn(connection, table, column, walk);
+    if (walk.fault != 0) throw RunTimeError(walk.fault);
+    return {.is_proven = true, .count = walk.number, .first_id = walk.first_id, .last_id = walk.last_id};
+}
+
+std::optional<std::int64_t> KnownCount(Connection& connection, const Table& table, std::int64_t last_id) {
+    if (!connection.IsAsStored()) return std::nullopt;
+    for (const auto& [column, numbering] : KnownNow(connection, table).columns)
+        if (numbering.is_proven && numbering.count > 0 && numbering.last_id == last_id) return numbering.count;
+    return std::nullopt;
+}
+
+ScanStart StartAt(Connection& connection, const Table& table, std::int64_t number) {
+    if (connection.IsAsStored())
+        for (const auto& [column, numbering] : KnownNow(connection, table).columns)
+            if (numbering.is_proven && number >= 1 && number <= numbering.count)
+                return {.id = IdOf(connection, table, column, numbering, number), .skipped = 0};
+    return {.id = std::numeric_limits<std::int64_t>::min(), .skipped = number - 1};
+}
+
+Append::Append(Connection& connection, const Table& table) : connection_(connection), table_(table) {
+    if (connection.IsNew()) return;
+    const auto known = AllKnown().find({connection.File().Identity(), table.name});
+    may_extend_ =
+        known != AllKnown().end() && !connection.IsInTransaction() && known->second.stamp == StampOf(connection.File());
+}
+
+void Append::Stored(std::int64_t id, const std::vector<Text>& row) {
+    if (!may_extend_) return;
+    Known& known = AllKnown().at({connection_.File().Identity(), table_.name});
+    const Stamp stamp = StampOf(connection_.File());
+    // Each commit counts the file's changes on by one; more of them are somebody else's.
+    if (AsNumber(stamp.change_counter) != AsNumber(known.stamp.change_counter) + 1) return;
+    known.stamp = stamp;
+    for (auto& [column, numbering] : known.columns) {
+        const Text& text = row[table_.ColumnIndex(column)];
+        const bool is_behind = numbering.count == 0 || id > numbering.last_id;
+        numbering.is_proven = numbering.is_proven && is_behind && text && Is(*text, numbering.count + 1);
+        if (!numbering.is_proven) continue;
+        numbering.last_id = id;
+        if (++numbering.count == 1) numbering.first_id = id;
+    }
 }
 
 std::int64_t ScanCount() { return scan_count; }

@@ -122,6 +122,9 @@ void Rows::Reach(const Position& position) {
 }
 
 std::int64_t Rows::CountAll() {
+    const ReadScope one_picture(*connection_);
+    if (ranges_.size() == 1 && ranges_.front().low == std::numeric_limits<std::int64_t>::min())
+        if (const auto known = KnownCount(*connection_, *table_, ranges_.front().high)) return *known;
     const std::string count_rows = "select count(*) from " + Quoted(table_->name) + " where _rowid_ between ?1 and ?2";
     Statement count = connection_->Prepare(count_rows);
     std::int64_t rows = 0;
@@ -138,7 +141,7 @@ std::int64_t Rows::CountAll() {
 void Rows::Include(std::int64_t id) {
     const bool is_in_last_range = !ranges_.empty() && id >= ranges_.back().low && id <= ranges_.back().high;
     if (is_in_last_range) return;
-    if (!ranges_.empty() && ranges_.back().high + 1 == id)
+    if (!ranges_.empty() && id > ranges_.back().high && id - 1 == ranges_.back().high)
         ranges_.back().high = id;
     else
         ranges_.push_back({id, id});
@@ -170,11 +173,13 @@ void Rows::Update() {
 
 /// The new row is the last of the set; the current row stays the current one.
 void Rows::StoreNewRow() {
+    Append append(*connection_, *table_);
     {
         Statement add = connection_->Prepare(table_->add_row);
         for (std::size_t i = 0; i < draft_.size(); ++i) add.Bind(static_cast<int>(i) + 1, draft_[i]);
         add.Step();
     }
+    append.Stored(connection_->LastRowId(), draft_);
     Include(connection_->LastRowId());
     if (are_all_reached_) ++rows_reached_;
 }
@@ -211,6 +216,38 @@ void Rows::Delete() {
     is_on_row_ = false;
     --rows_reached_;
     if (!was_there) throw RunTimeError(kNoCurrentRecord);
+}
+
+void Rows::Renumber(const std::string& column, std::int64_t most) {
+    RequireOpen();
+    const std::string& name = table_->columns[table_->ColumnIndex(column)];
+    const Numbering numbering = engine::Renumber(*connection_, *table_, name, most);
+    ranges_.clear();
+    if (numbering.count > 0) ranges_.push_back({std::numeric_limits<std::int64_t>::min(), numbering.last_id});
+    mode_ = Mode::kReading;
+    is_on_row_ = false;
+    is_at_end_ = true;
+    are_all_reached_ = true;
+    rows_reached_ = numbering.count;
+}
+
+void Rows::Scan(std::int64_t first, const std::vector<std::string>& columns,
+                const std::function<bool(const std::vector<Text>&)>& visit) const {
+    RequireOpen();
+    const ReadScope one_picture(*connection_);
+    std::string names;
+    for (const std::string& column : columns)
+        names += (names.empty() ? "" : ",") + Quoted(table_->columns[table_->ColumnIndex(column)]);
+    const auto [id, skipped] = StartAt(*connection_, *table_, first);
+    Statement rows = connection_->Prepare("select " + names + " from " + Quoted(table_->name) +
+                                          " where _rowid_>=?1 order by _rowid_ limit -1 offset ?2");
+    rows.Bind(1, id);
+    rows.Bind(2, skipped);
+    std::vector<Text> texts(columns.size());
+    while (rows.Step()) {
+        for (std::size_t i = 0; i < texts.size(); ++i) rows.Read(static_cast<int>(i), &texts[i]);
+        if (!visit(texts)) return;
+    }
 }
 
 const Text& Rows::Value(const std::string& column) const {

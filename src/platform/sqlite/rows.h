@@ -4,6 +4,8 @@
 #include "platform/sqlite/connection.h"
 #include "platform/sqlite/source.h"
 
+#include <functional>
+
 namespace vantrel::engine {
 
 /// A set of rows, a position in it, the row at that position as it was when it was reached, and the change or the new
@@ -28,6 +30,9 @@ public:
     void Delete();
     const Text& Value(const std::string& column) const;
     void Set(const std::string& column, std::string text);
+    void Renumber(const std::string& column, std::int64_t most);
+    void Scan(std::int64_t first, const std::vector<std::string>& columns,
+              const std::function<bool(const std::vector<Text>&)>& visit) const;
 
 private:
     enum class Mode { kReading, kAdding, kEditing };
