@@ -40,9 +40,17 @@ std::string App_Path() { return AppPath(); }
 
 void UseAppPath(const std::string& folder) { AppPath() = folder; }
 
+std::string DbFolder() { return App_Path() + "/db"; }
+
+DbFolderState StateOfDbFolder() {
+    std::error_code fault;
+    if (!std::filesystem::is_directory(os::PathOf(DbFolder()), fault)) return DbFolderState::kMissing;
+    return os::MayMakeFilesIn(DbFolder()) ? DbFolderState::kUsable : DbFolderState::kNotWritable;
+}
+
 std::string DbEntryPath(const std::string& entry) {
     CheckEntryName(entry);
-    return App_Path() + "/db/" + entry;
+    return DbFolder() + "/" + entry;
 }
 
 std::string RecordFilePath(const std::string& name) {
@@ -55,7 +63,7 @@ std::string RecordFilePath(const std::string& name) {
 std::vector<std::string> DbEntries() {
     std::vector<std::string> entries;
     std::error_code fault;
-    std::filesystem::directory_iterator entry(os::PathOf(App_Path() + "/db"), fault);
+    std::filesystem::directory_iterator entry(os::PathOf(DbFolder()), fault);
     for (; !fault && entry != std::filesystem::directory_iterator(); entry.increment(fault)) {
         const std::string name = os::TextOf(entry->path().filename());
         if (name.ends_with(kRecordExtension)) entries.push_back(name);

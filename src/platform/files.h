@@ -10,8 +10,15 @@ namespace vantrel {
 /// The folder of the program file, without a separator at its end.
 std::string App_Path();
 
-/// Lets another folder count as the program's. For tests.
+/// Lets another folder, an absolute path, count as the program's.
 void UseAppPath(const std::string& folder);
+
+/// The folder "db" of the program's folder, where records are.
+std::string DbFolder();
+
+enum class DbFolderState { kUsable, kMissing, kNotWritable };
+/// Whether records can be made in DbFolder().
+DbFolderState StateOfDbFolder();
 
 /// The path of record `name` (without extension): the program's folder, "db", name and ".mdb". A name that is empty,
 /// "." or "..", too long, or holds a path separator or another character that no file name can hold: error 3055.

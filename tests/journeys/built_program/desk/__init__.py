@@ -424,6 +424,7 @@ class Desk:
             self._StartBus()
             self._PutProgram()
             self._StartProgram()
+            self.Window("Form1")
         except BaseException:
             self.__exit__(*sys.exc_info())
             raise
@@ -491,20 +492,20 @@ class Desk:
         self.environment.update(LD_LIBRARY_PATH=":".join(filter(None, path)), VANTREL_BENCH=str(self.folder / "desk.bench"),
                                 VANTREL_BENCH_LOG=str(self.wire_file), VANTREL_BENCH_CALLS=str(self._calls_file))
 
-    def _StartProgram(self):
-        self.program = self._Start(str(self.folder / "vantrel"))
+    def _StartProgram(self, *words):
+        self.program = self._Start(str(self.folder / "vantrel"), *words)
         self._root = Until(self.bus.Root, "the program is on the accessibility bus")
-        self.Window("Form1")
 
     def Kill(self):
         """Ends the program without a chance for it to do anything more."""
         self.program.kill()
         self.program.wait()
 
-    def Restart(self):
-        """Starts the program, which has ended, once more on the same records."""
+    def Restart(self, *words):
+        """Starts the program, which has ended, once more, with these words behind its name. It comes up with its main
+        window, or a message box before it."""
         Until(lambda: not self.bus.Root(), "the old program leaves the accessibility bus")
-        self._StartProgram()
+        self._StartProgram(*words)
 
     # What is on the screen
 
