@@ -11,27 +11,35 @@ constexpr int kFileNumber = 1;
 
 void Write_Grid(MSFlexGrid& grid) {
     const Integer last_row = grid.Rows() - 1;
+    const int last_col = grid.Cols() - 1;
+    std::string line;
     for (Integer r = 1; r <= last_row; ++r) {
         grid.SetRow(r);
-        for (int c = 0; c < grid.Cols(); ++c) {
+        line.clear();
+        for (int c = 0; c <= last_col; ++c) {
             grid.SetCol(c);
-            const bool is_last = c == grid.Cols() - 1;
-            // Kept: K-csv-cells, K-csv-letters
-            Print(kFileNumber, "\"" + grid.Text() + "\"" + (is_last ? "\r\n" : ","));
+            line += '"';
+            line += grid.Text();  // Kept: K-csv-cells
+            line += c < last_col ? "\"," : "\"\r\n";
         }
+        Print(kFileNumber, line);  // Kept: K-csv-letters
     }
 }
 
 }  // namespace
+
+void Record_View_Form::Write_Page(const std::string& path) {
+    OpenForOutput(path, kFileNumber);
+    Write_Grid(MSFlexGrid1);
+    CloseFile(kFileNumber);
+}
 
 void Record_View_Form::Command5_Click() {
     try {
         CommonDialog1.DefaultExt = "csv";
         CommonDialog1.Filter = "*.csv";
         CommonDialog1.ShowSave();
-        OpenForOutput(CommonDialog1.FileName, kFileNumber);
-        Write_Grid(MSFlexGrid1);
-        CloseFile(kFileNumber);
+        Write_Page(CommonDialog1.FileName);
     } catch (const RunTimeError&) {
         // Whatever goes wrong, a cancelled dialog included, ends the export without a word. What an error while writing
         // leaves open keeps the number, so that later exports fail at the opening.
