@@ -20,9 +20,12 @@ constexpr double kOverload = 9.9E+8;  // of a reading; and in twips, the step th
 constexpr int kGridRows = 10;
 
 bool Is_Channel(const std::string& name) {
-    for (int k = 1; k <= kChannels; ++k)
-        if (name == "CH" + Str(k)) return true;
-    return false;
+    static const std::vector<std::string> channels = [] {
+        std::vector<std::string> names;
+        for (int k = 1; k <= kChannels; ++k) names.push_back("CH" + Str(k));
+        return names;
+    }();
+    return std::ranges::find(channels, name) != channels.end();
 }
 
 std::string Not_There(double row) { return "Row " + Str(row) + " is not in the record."; }
@@ -142,8 +145,10 @@ void Record_View_Draw::Draw_Rows(int draw, double y_scale) {
 
 std::string Record_View_Draw::Stored_Text(Database& database, double row, const std::string& channel,
                                           const std::string& otherwise) {
-    Record_Rs = database.OpenRecordset("select * from data where NUM='" + Str(row) + "'");
-    if (!Is_Channel(channel)) return otherwise;
+    const bool is_channel = Is_Channel(channel);
+    const std::vector<std::string> wanted(is_channel ? 1 : 0, channel);
+    Record_Rs = database.OpenRecordset("select * from data where NUM='" + Str(row) + "'", wanted);
+    if (!is_channel) return otherwise;
     if (Record_Rs.Bof()) throw RunTimeError(kNoCurrentRecord, Not_There(row));
     const std::optional<std::string> text = Record_Rs.Value(channel);
     if (!text) throw RunTimeError(kInvalidNull, Holds_Nothing(row, channel));

@@ -385,6 +385,56 @@ TEST_F(Record, Raises_3265_for_a_missing_column) {
     EXPECT_EQ(ErrorOf([&] { rows.Set("CH2", "x"); }), kItemNotFound);
 }
 
+TEST_F(Record, Reads_only_the_columns_that_are_wanted) {
+    AddRows(database, {"1", "2"});
+    const Recordset all = database.OpenRecordset("select * from data", {"ch1"});
+    EXPECT_EQ(Walk(all, "CH1"), (Texts{"reading 1", "reading 2"}));
+    EXPECT_EQ(ErrorOf([&] { all.Value("Time"); }), kItemNotFound);
+    const Recordset found = database.OpenRecordset("select * from data where NUM='2'", {"ch1"});
+    EXPECT_EQ(Walk(found, "CH1"), Texts{"reading 2"});
+    EXPECT_TRUE(database.OpenRecordset("select * from data where NUM='02'", {"ch1"}).Bof());
+    EXPECT_EQ(Walk(All(), "CH1"), (Texts{"reading 1", "reading 2"}));
+}
+
+TEST_F(Record, Raises_3265_for_a_wanted_column_that_is_missing) {
+    EXPECT_EQ(ErrorOf([&] { database.OpenRecordset("select * from data", {"Ch1", "Ch2"}); }), kItemNotFound);
+    EXPECT_EQ(ErrorOf([&] { database.OpenRecordset("select * from data where NUM='1'", {"it's"}); }), kItemNotFound);
+}
+
+TEST_F(Record, Does_not_take_a_view_for_a_table) {
+    sqlite3* file = nullptr;
+    sqlite3_open(path.c_str(), &file);
+    ASSERT_EQ(sqlite3_exec(file, "create view other as select * from data", nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(file);
+    EXPECT_EQ(ErrorOf([&] { database.OpenRecordset("select * from other"); }), kTableMissing);
+}
+
+TEST_F(Record, Reads_a_table_that_another_program_has_added_meanwhile) {
+    EXPECT_EQ(ErrorOf([&] { database.OpenRecordset("select * from other"); }), kTableMissing);
+    sqlite3* file = nullptr;
+    sqlite3_open(path.c_str(), &file);
+    constexpr const char* kTable = "create table OTHER(num); insert into OTHER values('7')";
+    ASSERT_EQ(sqlite3_exec(file, kTable, nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(file);
+    EXPECT_EQ(Walk(database.OpenRecordset("select * from other")), Texts{"7"});
+}
+
+TEST_F(Record, That_another_program_left_with_a_write_ahead_log_gets_its_journal_back) {
+    AddRows(database, {"1"});
+    database.Close();
+    sqlite3* file = nullptr;
+    sqlite3_open(path.c_str(), &file);
+    ASSERT_EQ(
+        sqlite3_exec(file, "pragma journal_mode=wal; insert into data(num) values('2')", nullptr, nullptr, nullptr),
+        SQLITE_OK);
+    sqlite3_close(file);
+    constexpr std::size_t kReadVersion = 19;
+    ASSERT_EQ(FileBytes(path)[kReadVersion], 2);
+    database = TheDBEngine().OpenDatabase(path);
+    EXPECT_EQ(FileBytes(path)[kReadVersion], 1);
+    EXPECT_EQ(Walk(All()), (Texts{"1", "2"}));
+}
+
 TEST_F(Record, Matches_column_names_without_regard_to_case) {
     Recordset rows = All();
     rows.AddNew();

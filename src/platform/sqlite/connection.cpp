@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 
 namespace vantrel::engine {
 
@@ -13,6 +14,7 @@ namespace {
 
 constexpr int kBusyStepMs = 10;
 constexpr int kBusySteps = 200;  // 2 s in all
+constexpr const char* kAnyTable = "select 1 from sqlite_master";
 
 char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
@@ -52,6 +54,13 @@ std::int64_t PageSize(std::string_view header) {
     const auto byte = [&](std::size_t i) { return static_cast<std::int64_t>(static_cast<unsigned char>(header[i])); };
     const std::int64_t size = byte(kOffset) * 256 + byte(kOffset + 1);
     return size <= 1 ? kLargest : size;
+}
+
+/// True of a file that another program left with a write-ahead log; all others have a journal that is deleted.
+bool HasWriteAheadLog(std::string_view header) {
+    constexpr std::size_t kReadVersionOffset = 19;
+    constexpr char kWriteAheadLog = 2;
+    return header.size() > kReadVersionOffset && header[kReadVersionOffset] == kWriteAheadLog;
 }
 
 /// Called while another has the file locked: nonzero to try again.
@@ -127,13 +136,13 @@ Connection::Connection(const std::string& path) : file_(OpenFile::Hold(path)) {
     const std::filesystem::path whole_path = std::filesystem::canonical(os::PathOf(path), fault);
     if (fault) throw RunTimeError(kFileMissing);
     const std::string file = os::TextOf(whole_path);
-    CheckFormat(file);
+    const std::string header = CheckFormat(file);
     // Without the right to make a journal every write would fail later.
     if (!os::MayMakeFilesIn(os::TextOf(whole_path.parent_path()))) throw RunTimeError(kNoPermission);
     try {
         Open(file);
         if (sqlite3_db_readonly(database_, "main") != 0) throw RunTimeError(kNoPermission);
-        Configure();
+        Configure(header);
     } catch (...) {
         Close();
         throw;
@@ -158,22 +167,23 @@ void Connection::Open(const std::string& file) {
 
 /// Looked at before the engine touches the file, since the engine takes an empty file for a database and may play a
 /// journal back into any.
-void Connection::CheckFormat(const std::string& path) const {
+std::string Connection::CheckFormat(const std::string& path) const {
     constexpr std::string_view kMagic("SQLite format 3\0", 16);
     constexpr std::size_t kHeaderSize = 100;
-    const std::string header = file_->Read(0, kHeaderSize);
+    std::string header = file_->Read(0, kHeaderSize);
     if (header.size() < kHeaderSize || !header.starts_with(kMagic)) throw RunTimeError(kNotADatabase);
     // The engine misses whole pages by itself, but reads zeros where a part of the last one is missing. A journal tells
     // of a write that was broken off, which the engine takes back.
-    const bool has_journal = FileExists(path + "-journal");
-    if (file_->Stamp().size % PageSize(header) != 0 && !has_journal) throw RunTimeError(kNotADatabase);
+    const bool is_whole = file_->Stamp().size % PageSize(header) == 0;
+    if (!is_whole && !FileExists(path + "-journal")) throw RunTimeError(kNotADatabase);
+    return header;
 }
 
-void Connection::Configure() {
+void Connection::Configure(std::string_view header) {
     sqlite3_busy_handler(database_, WaitForLock, nullptr);
     sqlite3_db_config(database_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    Run("select count(*) from sqlite_master");  // fails, and writes nothing, if the rest is no database after all
-    {
+    Run(kAnyTable);  // fails, and writes nothing, if the rest is no database after all
+    if (HasWriteAheadLog(header)) {
         Statement journal = Prepare("pragma journal_mode=delete");
         if (!journal.Step() || journal.View(0) != "delete") throw RunTimeError(kLockedByOther);
     }
@@ -230,41 +240,43 @@ void Connection::Rollback() noexcept {
     if (IsInTransaction()) sqlite3_exec(database_, "rollback", nullptr, nullptr, nullptr);
 }
 
-Text Connection::StoredName(std::string_view name) {
-    const Text wanted(name);
-    Text stored;
-    Statement find = Prepare("select name from sqlite_master where type='table' and name=?1 collate nocase");
-    find.Bind(1, wanted);
-    if (find.Step()) find.Read(0, &stored);
-    return stored;
+bool Connection::Has(const std::string& table, const char* column) {
+    const ReadScope schema_as_it_is_now(*this);
+    return sqlite3_table_column_metadata(database_, "main", table.c_str(), column, nullptr, nullptr, nullptr, nullptr,
+                                         nullptr) == SQLITE_OK;
 }
 
-bool Connection::HasTable(std::string_view name) { return StoredName(name).has_value(); }
+bool Connection::HasTable(const std::string& name) { return Has(name, nullptr); }
 
-std::shared_ptr<const Table> Connection::FindTable(std::string_view name) {
+std::shared_ptr<const Table> Connection::FindTable(const std::string& name, const std::vector<std::string>& wanted) {
     for (const auto& table : tables_)
-        if (SameName(table->name, name)) return table;
+        if (SameName(table->name, name) && table->wanted == wanted) return table;
 
-    const Text stored_name = StoredName(name);
-    if (!stored_name) throw RunTimeError(kTableMissing);
+    if (!HasTable(name)) throw RunTimeError(kTableMissing);
     auto table = std::make_shared<Table>();
-    table->name = *stored_name;
-    Statement describe = Prepare("select name from pragma_table_info(?1)");
-    describe.Bind(1, stored_name);
+    std::ranges::transform(name, std::back_inserter(table->name), Lower);
+    table->wanted = wanted;
     std::string names;
-    std::string places;
-    while (describe.Step()) {
-        table->columns.emplace_back(describe.View(0));
-        const std::string comma = names.empty() ? "" : ",";
-        names += comma + Quoted(table->columns.back());
-        places += comma + "?" + std::to_string(table->columns.size());
+    for (const std::string& column : wanted) {
+        if (!Has(name, column.c_str())) throw RunTimeError(kItemNotFound);
+        names += "," + Quoted(column);
     }
+    if (wanted.empty()) names = ",*";
     const std::string quoted = Quoted(table->name);
-    table->first_row =
-        "select _rowid_," + names + " from " + quoted + " where _rowid_ between ?1 and ?2 order by _rowid_";
-    table->last_row = table->first_row + " desc limit 1";
-    table->first_row += " limit 1";
-    table->add_row = "insert into " + quoted + "(" + names + ") values(" + places + ")";
+    const std::string rows =
+        "select _rowid_" + names + " from " + quoted + " where _rowid_ between ?1 and ?2 order by _rowid_";
+    table->first_row = rows + " limit 1";
+    table->last_row = rows + " desc limit 1";
+    const Statement described = Prepare(table->first_row);
+    std::string columns;
+    std::string places;
+    for (int i = 1; i < described.ColumnCount(); ++i) {
+        table->columns.push_back(described.ColumnName(i));
+        const std::string comma = columns.empty() ? "" : ",";
+        columns += comma + Quoted(table->columns.back());
+        places += comma + "?" + std::to_string(i);
+    }
+    table->add_row = "insert into " + quoted + "(" + columns + ") values(" + places + ")";
     tables_.push_back(table);
     return table;
 }
@@ -291,7 +303,7 @@ void RequireMade(os::Fault fault) {
 
 ReadScope::ReadScope(Connection& connection) {
     if (connection.IsOpen() && connection.IsReading()) return;
-    reading_.emplace(connection.Prepare("select 1 from sqlite_master"));
+    reading_.emplace(connection.Prepare(kAnyTable));
     reading_->Step();
 }
 

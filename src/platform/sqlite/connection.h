@@ -24,11 +24,12 @@ bool SameName(std::string_view a, std::string_view b);
 /// `name` as SQL writes a name: in double quotes.
 std::string Quoted(std::string_view name);
 
-/// A table as it stands in the file, and the statements that its rows are read and added with.
+/// A table, or some columns of it, and the statements that its rows are read and added with.
 struct Table {
-    std::string name;
+    std::string name;                 ///< in small letters
+    std::vector<std::string> wanted;  ///< the columns that were asked for; empty for all
     std::vector<std::string> columns;
-    std::string first_row;  ///< row id and all columns of the first row with an id from ?1 to ?2
+    std::string first_row;  ///< row id and columns of the first row with an id from ?1 to ?2
     std::string last_row;   ///< the same of the last row
     std::string add_row;    ///< ?1, ?2 ... are the columns
 
@@ -55,6 +56,8 @@ public:
     /// Runs to the next result row. False when there is none left.
     bool Step();
 
+    int ColumnCount() const { return sqlite3_column_count(statement_); }
+    std::string ColumnName(int column) const { return sqlite3_column_name(statement_, column); }
     std::int64_t Int(int column) const { return sqlite3_column_int64(statement_, column); }
     bool IsNull(int column) const { return sqlite3_column_type(statement_, column) == SQLITE_NULL; }
     bool IsText(int column) const { return sqlite3_column_type(statement_, column) == SQLITE_TEXT; }
@@ -108,16 +111,18 @@ public:
     const OpenFile& File() const { return *file_; }
     bool IsNew() const { return new_file_ != nullptr; }
 
-    bool HasTable(std::string_view name);
-    /// The table of that name, whatever its case. Error 3078 for none.
-    std::shared_ptr<const Table> FindTable(std::string_view name);
+    bool HasTable(const std::string& name);
+    /// The table of that name, whatever its case, or the `wanted` ones of its columns. Error 3078 for no such table,
+    /// 3265 for no such column.
+    std::shared_ptr<const Table> FindTable(const std::string& name, const std::vector<std::string>& wanted);
 
 private:
-    /// Its name as it stands in the file; Null for no such table.
-    Text StoredName(std::string_view name);
-    void CheckFormat(const std::string& path) const;
+    /// Column `column` of a table; the table itself for nullptr.
+    bool Has(const std::string& table, const char* column);
+    /// Returns the file's header.
+    std::string CheckFormat(const std::string& path) const;
     void Open(const std::string& file);
-    void Configure();
+    void Configure(std::string_view header);
 
     std::shared_ptr<OpenFile> file_;
     std::string new_path_;

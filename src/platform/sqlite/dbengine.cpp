@@ -66,9 +66,9 @@ void Database::AppendTableDef(const TableDef& table) {
     connection.Run("create table " + engine::Quoted(table.Name) + "(" + columns + ")");
 }
 
-Recordset Database::OpenRecordset(const std::string& source) {
+Recordset Database::OpenRecordset(const std::string& source, const std::vector<std::string>& columns) {
     if (!Opened(connection_).IsOpen()) throw RunTimeError(kObjectClosed);
-    return Recordset(std::make_shared<engine::Rows>(connection_, engine::ParseSource(source)));
+    return Recordset(std::make_shared<engine::Rows>(connection_, engine::ParseSource(source), columns));
 }
 
 void Database::Close() {

@@ -116,24 +116,15 @@ std::int64_t IdOf(Connection& connection, const Table& table, const std::string&
     return low;
 }
 
-bool Holds(Connection& connection, const Table& table, const std::string& column, std::int64_t id,
-           const std::string& text) {
-    const std::string number = "select " + Quoted(column) + " from " + Quoted(table.name);
-    Statement row = connection.Prepare(number + " where _rowid_=?1");
-    row.Bind(1, id);
-    return row.Step() && row.IsText(0) && row.View(0) == text;
-}
-
-std::vector<std::int64_t> Scan(Connection& connection, const Table& table, const std::string& column,
-                               const std::string& text) {
+Found Scan(Connection& connection, const Table& table, const std::string& column, const std::string& text) {
     ++scan_count;
     const std::string id = "select _rowid_ from " + Quoted(table.name);
     const Text wanted(text);
     Statement rows = connection.Prepare(id + " where " + Quoted(column) + "=?1 collate binary order by _rowid_");
     rows.Bind(1, wanted);
-    std::vector<std::int64_t> ids;
-    while (rows.Step()) ids.push_back(rows.Int(0));
-    return ids;
+    Found found;
+    while (rows.Step()) found.ids.push_back(rows.Int(0));
+    return found;
 }
 
 // ---- Renumbering, as one UPDATE with two functions of its own: which rows have a wrong number, and the right one.
@@ -224,17 +215,14 @@ std::uint32_t AsNumber(const std::string& big_endian) {
 
 }  // namespace
 
-std::vector<std::int64_t> FindRows(Connection& connection, const Table& table, const std::string& column,
-                                   const std::string& text) {
+Found FindRows(Connection& connection, const Table& table, const std::string& column, const std::string& text) {
     if (!connection.IsAsStored()) return Scan(connection, table, column, text);
     const Numbering& numbering = NumberingOf(connection, table, column);
     if (!numbering.is_proven) return Scan(connection, table, column, text);
-    // Only the row of that number can hold it.
     const double number = IsNumeric(text) ? CDbl(text) : 0;
     if (number < 1 || number > static_cast<double>(numbering.count)) return {};
     const std::int64_t id = IdOf(connection, table, column, numbering, static_cast<std::int64_t>(number));
-    if (!Holds(connection, table, column, id, text)) return {};
-    return {id};
+    return {.ids = {id}, .is_by_number = true};
 }
 
 Numbering Renumber(Connection& connection, const Table& table, const std::string& column, std::int64_t most) {

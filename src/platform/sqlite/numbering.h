@@ -16,12 +16,17 @@ struct Numbering {
     std::int64_t last_id = 0;   ///< row id of row `count`
 };
 
-/// The ids of the rows whose column holds exactly `text`, in stored order: what a scan of the table gives.
+/// Rows that were looked for.
+struct Found {
+    std::vector<std::int64_t> ids;
+    bool is_by_number = false;  ///< whether the row has the very text remains to be seen: if not, no row has
+};
+
+/// The rows whose column holds exactly `text`, in stored order: what a scan of the table gives.
 ///
 /// That the column numbers the rows is proven by reading it once, and holds until somebody else changes the file; every
 /// search after it reads only a few rows. In a table that is not so numbered each search is a scan.
-std::vector<std::int64_t> FindRows(Connection& connection, const Table& table, const std::string& column,
-                                   const std::string& text);
+Found FindRows(Connection& connection, const Table& table, const std::string& column, const std::string& text);
 
 /// Numbers the rows 1, 2, 3 ... in stored order, as a walk over them would: a row with Null in the column is removed, a
 /// text that is the number of its row, however it is written, stays as it is, any other is replaced. A text that is no

@@ -19,22 +19,33 @@ std::int64_t CharacterCount(std::string_view text) {
 
 }  // namespace
 
-Rows::Rows(std::shared_ptr<Connection> connection, const Source& source) : connection_(std::move(connection)) {
+Rows::Rows(std::shared_ptr<Connection> connection, const Source& source, std::vector<std::string> wanted)
+    : connection_(std::move(connection)) {
     const ReadScope one_picture(*connection_);
-    table_ = connection_->FindTable(source.table);
+    if (!wanted.empty() && !source.column.empty()) wanted.push_back(source.column);
+    table_ = connection_->FindTable(source.table, wanted);
     row_.resize(table_->columns.size());
-    TakeRows(source);
+    if (source.column.empty())
+        TakeAll();
+    else
+        TakeFound(source);
+}
+
+void Rows::TakeAll() {
+    Statement last = connection_->Prepare("select max(_rowid_) from " + Quoted(table_->name));
+    if (last.Step() && !last.IsNull(0)) ranges_.push_back({std::numeric_limits<std::int64_t>::min(), last.Int(0)});
     StandOnFirst(0, std::numeric_limits<std::int64_t>::min());
 }
 
-void Rows::TakeRows(const Source& source) {
-    if (!source.column.empty()) {
-        const std::string& column = table_->columns[table_->ColumnIndex(source.column)];
-        for (const std::int64_t id : FindRows(*connection_, *table_, column, source.text)) Include(id);
-        return;
-    }
-    Statement last = connection_->Prepare("select max(_rowid_) from " + Quoted(table_->name));
-    if (last.Step() && !last.IsNull(0)) ranges_.push_back({std::numeric_limits<std::int64_t>::min(), last.Int(0)});
+void Rows::TakeFound(const Source& source) {
+    const std::size_t key = table_->ColumnIndex(source.column);
+    const Found found = FindRows(*connection_, *table_, table_->columns[key], source.text);
+    for (const std::int64_t id : found.ids) Include(id);
+    const bool is_any = StandOnFirst(0, std::numeric_limits<std::int64_t>::min());
+    if (!found.is_by_number || !is_any || row_[key] == source.text) return;
+    ranges_.clear();
+    rows_reached_ = 0;
+    StandOnFirst(0, std::numeric_limits<std::int64_t>::min());
 }
 
 void Rows::RequireOpen() const {

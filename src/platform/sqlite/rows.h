@@ -16,7 +16,8 @@ namespace vantrel::engine {
 /// stands on it can still be read; storing a change of it or deleting it raises error 3021.
 struct Rows {
 public:
-    Rows(std::shared_ptr<Connection> connection, const Source& source);
+    /// `wanted`: the columns that are read; empty for all.
+    Rows(std::shared_ptr<Connection> connection, const Source& source, std::vector<std::string> wanted);
 
     std::int64_t RecordCount();
     bool Bof() const;
@@ -48,7 +49,8 @@ private:
     };
 
     void RequireOpen() const;
-    void TakeRows(const Source& source);
+    void TakeAll();
+    void TakeFound(const Source& source);
     bool StandOnFirst(std::size_t range, std::int64_t low);
     bool StandOnLast();
     bool Read(const std::string& statement, std::size_t range, std::int64_t low);
