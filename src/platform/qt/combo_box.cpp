@@ -14,6 +14,8 @@
 
 namespace vantrel {
 
+namespace {
+
 /// An editable combo box without a will of its own: it completes nothing, looks nothing up and selects nothing.
 /// Narrower letters rather than a cut text.
 class ComboWidget : public QComboBox {
@@ -93,22 +95,27 @@ private:
     QPointF press_place_;     // on the screen
 };
 
+ComboWidget& ComboOf(QWidget* widget) { return *static_cast<ComboWidget*>(widget); }
+
+}  // namespace
+
 ComboBox::ComboBox(const Place& place, const std::string& name, const Box& box, const std::string& text)
-    : Control(place, name, box, new ComboWidget), combo_(static_cast<ComboWidget*>(widget_)), seen_(text) {
-    combo_->SetTextOnly(ToQt(text));
-    combo_->setAccessibleName(ToQt(name));
-    QObject::connect(combo_->lineEdit(), &QLineEdit::textEdited, life_, [this] {
+    : Control(place, name, box, new ComboWidget), seen_(text) {
+    ComboWidget& combo = ComboOf(widget_);
+    combo.SetTextOnly(ToQt(text));
+    combo.setAccessibleName(ToQt(name));
+    QObject::connect(combo.lineEdit(), &QLineEdit::textEdited, life_, [this] {
         TakeText();
         Raise(OnChange);
     });
-    QObject::connect(combo_->lineEdit(), &QLineEdit::textChanged, life_, [this] {
+    QObject::connect(combo.lineEdit(), &QLineEdit::textChanged, life_, [this] {
         if (Text() == seen_) return;
         // The field changes before Qt tells of a pick. What else writes into it, as a screen reader, edits.
-        const bool picking = List(combo_->currentIndex()) == Text();
+        const bool picking = List(ComboOf(widget_).currentIndex()) == Text();
         TakeText();
         if (!picking) Raise(OnChange);
     });
-    QObject::connect(combo_, &QComboBox::activated, life_, [this](int picked) {
+    QObject::connect(&combo, &QComboBox::activated, life_, [this](int picked) {
         index_ = picked;
         seen_ = Text();
         Raise(OnClick);
@@ -117,58 +124,58 @@ ComboBox::ComboBox(const Place& place, const std::string& name, const Box& box, 
 
 void ComboBox::TakeText() {
     seen_ = Text();
-    combo_->SetIndexOnly(ListIndex());
+    ComboOf(widget_).SetIndexOnly(ListIndex());
 }
 
 void ComboBox::Clear() {
-    const QSignalBlocker quiet_combo(combo_);
-    const QSignalBlocker quiet_field(combo_->lineEdit());
-    combo_->clear();
-    combo_->lineEdit()->clear();
+    const QSignalBlocker quiet_combo(widget_);
+    const QSignalBlocker quiet_field(ComboOf(widget_).lineEdit());
+    ComboOf(widget_).clear();
+    ComboOf(widget_).lineEdit()->clear();
     index_ = -1;
     seen_.clear();
 }
 
 void ComboBox::AddItem(const std::string& entry) {
-    const QSignalBlocker quiet_combo(combo_);
-    const QString text = combo_->lineEdit()->text();
+    const QSignalBlocker quiet_combo(widget_);
+    const QString text = ComboOf(widget_).lineEdit()->text();
     {
-        const QSignalBlocker quiet_field(combo_->lineEdit());
-        combo_->addItem(ToQt(entry));
+        const QSignalBlocker quiet_field(ComboOf(widget_).lineEdit());
+        ComboOf(widget_).addItem(ToQt(entry));
     }
-    combo_->SetTextOnly(text);
-    combo_->SetIndexOnly(ListIndex());
+    ComboOf(widget_).SetTextOnly(text);
+    ComboOf(widget_).SetIndexOnly(ListIndex());
 }
 
-int ComboBox::ListCount() const { return combo_->count(); }
+int ComboBox::ListCount() const { return ComboOf(widget_).count(); }
 
-std::string ComboBox::List(int i) const { return FromQt(combo_->itemText(i)); }
+std::string ComboBox::List(int i) const { return FromQt(ComboOf(widget_).itemText(i)); }
 
 int ComboBox::ListIndex() const {
-    const QString text = combo_->lineEdit()->text();
-    if (index_ >= 0 && index_ < ListCount() && combo_->itemText(index_) == text) return index_;
+    const QString text = ComboOf(widget_).lineEdit()->text();
+    if (index_ >= 0 && index_ < ListCount() && ComboOf(widget_).itemText(index_) == text) return index_;
     for (int i = 0; i < ListCount(); ++i)
-        if (combo_->itemText(i) == text) return i;
+        if (ComboOf(widget_).itemText(i) == text) return i;
     return -1;
 }
 
 void ComboBox::SetListIndex(int i) {
     if (i < -1 || i >= ListCount()) throw RunTimeError(kInvalidPropertyValue);
     index_ = i;
-    combo_->SetTextOnly(combo_->itemText(i));
+    ComboOf(widget_).SetTextOnly(ComboOf(widget_).itemText(i));
     TakeText();
     if (OnClick) OnClick();
 }
 
-std::string ComboBox::Text() const { return FromQt(combo_->lineEdit()->text()); }
+std::string ComboBox::Text() const { return FromQt(ComboOf(widget_).lineEdit()->text()); }
 
 void ComboBox::SetText(const std::string& text) {
     if (text == Text()) return;
-    combo_->SetTextOnly(ToQt(text));
+    ComboOf(widget_).SetTextOnly(ToQt(text));
     TakeText();
     if (OnChange) OnChange();
 }
 
-void ComboBox::Select(int start, int length) { combo_->lineEdit()->setSelection(start, length); }
+void ComboBox::Select(int start, int length) { ComboOf(widget_).lineEdit()->setSelection(start, length); }
 
 }  // namespace vantrel

@@ -7,7 +7,6 @@
 #include <QEvent>
 #include <QLineEdit>
 #include <QPalette>
-#include <QTabWidget>
 #include <QVariant>
 #include <QWidget>
 
@@ -24,9 +23,6 @@ QPalette::ColorRole BackgroundOf(const QWidget* widget) {
 Place::Place(Window& on) : window(&on), parent(on.ClientArea()) {}
 
 Place::Place(Frame& on) : window(on.window_), parent(on.Widget()) {}
-
-Place::Place(SSTab& on, int page)
-    : window(on.window_), parent(static_cast<QTabWidget*>(on.Widget())->widget(page)), top(SSTab::kStrip) {}
 
 namespace {
 

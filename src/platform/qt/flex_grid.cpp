@@ -29,31 +29,32 @@ void PlaceSections(QHeaderView& header, const std::vector<float>& sizes, int fir
     }
 }
 
+GridView& ViewOf(QWidget* widget) { return *static_cast<GridView*>(widget); }
+GridModel& CellsOf(QWidget* widget) { return ViewOf(widget).Cells(); }
+
 }  // namespace
 
 MSFlexGrid::MSFlexGrid(const Place& place, const std::string& name, const Box& box, int rows, int cols, int fixed_rows,
                        int fixed_cols)
     : Control(place, name, box, new GridView(new GridModel(rows, cols, nullptr))),
-      view_(static_cast<GridView*>(widget_)),
       widths_(Index(cols), kColWidth),
       heights_(Index(rows), kRowHeight),
       row_(std::min(fixed_rows, rows - 1)),
       col_(std::min(fixed_cols, cols - 1)) {
-    cells_ = static_cast<GridModel*>(view_->model());
-    view_->horizontalHeader()->setDefaultSectionSize(ToPixels(kColWidth));
-    view_->verticalHeader()->setDefaultSectionSize(ToPixels(kRowHeight));
-    view_->setAccessibleName(ToQt(name));
+    GridView& view = ViewOf(widget_);
+    view.horizontalHeader()->setDefaultSectionSize(ToPixels(kColWidth));
+    view.verticalHeader()->setDefaultSectionSize(ToPixels(kRowHeight));
+    view.setAccessibleName(ToQt(name));
     SetFixed(fixed_rows, fixed_cols);
-    QObject::connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, life_,
-                     [this](const QModelIndex& to) {
-                         if (!to.isValid() || cells_->IsFixed(to.row(), to.column())) return;
-                         row_ = to.row();
-                         col_ = to.column();
-                     });
-    QObject::connect(view_, &GridView::Clicked, life_, [this](int row, int col) {
+    QObject::connect(view.selectionModel(), &QItemSelectionModel::currentChanged, life_, [this](const QModelIndex& to) {
+        if (!to.isValid() || CellsOf(widget_).IsFixed(to.row(), to.column())) return;
+        row_ = to.row();
+        col_ = to.column();
+    });
+    QObject::connect(&view, &GridView::Clicked, life_, [this](int row, int col) {
         mouse_row_ = row;
         mouse_col_ = col;
-        if (!cells_->IsFixed(row, col)) {
+        if (!CellsOf(widget_).IsFixed(row, col)) {
             row_ = row;
             col_ = col;
         }
@@ -69,36 +70,36 @@ void MSFlexGrid::CheckCol(int col) const {
     if (col < 0 || col >= Cols()) throw RunTimeError(kGridCol);
 }
 
-int MSFlexGrid::Rows() const { return cells_->rowCount(); }
+int MSFlexGrid::Rows() const { return CellsOf(widget_).rowCount(); }
 
 void MSFlexGrid::SetRows(int rows) {
     if (rows < 0) throw RunTimeError(kGridRow);
     const int before = Rows();
-    cells_->SetRows(rows);
+    CellsOf(widget_).SetRows(rows);
     // A row that is dropped and comes back has the height that it had.
     heights_.resize(std::max(Index(rows), heights_.size()), kRowHeight);
     if (rows > before) PlaceRows(before);
     row_ = std::min(row_, rows - 1);
 }
 
-int MSFlexGrid::Cols() const { return cells_->columnCount(); }
+int MSFlexGrid::Cols() const { return CellsOf(widget_).columnCount(); }
 
 void MSFlexGrid::SetCols(int cols) {
     if (cols < 0) throw RunTimeError(kGridCol);
-    cells_->SetCols(cols);
+    CellsOf(widget_).SetCols(cols);
     widths_.resize(Index(cols), kColWidth);
     PlaceCols();
     col_ = std::min(col_, cols - 1);
 }
 
-int MSFlexGrid::FixedRows() const { return cells_->fixed_rows; }
+int MSFlexGrid::FixedRows() const { return CellsOf(widget_).fixed_rows; }
 
-int MSFlexGrid::FixedCols() const { return cells_->fixed_cols; }
+int MSFlexGrid::FixedCols() const { return CellsOf(widget_).fixed_cols; }
 
 void MSFlexGrid::SetFixed(int fixed_rows, int fixed_cols) {
-    cells_->fixed_rows = fixed_rows;
-    cells_->fixed_cols = fixed_cols;
-    view_->Refresh();
+    CellsOf(widget_).fixed_rows = fixed_rows;
+    CellsOf(widget_).fixed_cols = fixed_cols;
+    ViewOf(widget_).Refresh();
 }
 
 int MSFlexGrid::Row() const { return row_; }
@@ -122,34 +123,34 @@ void MSFlexGrid::SetText(const std::string& text) { SetTextMatrix(row_, col_, te
 Colour MSFlexGrid::CellBackColor() const {
     CheckRow(row_);
     CheckCol(col_);
-    const QPalette::ColorRole role = cells_->IsFixed(row_, col_) ? QPalette::Button : QPalette::Base;
-    return cells_->BackColor(row_, col_).value_or(FromQt(view_->palette().color(role)));
+    const QPalette::ColorRole role = CellsOf(widget_).IsFixed(row_, col_) ? QPalette::Button : QPalette::Base;
+    return CellsOf(widget_).BackColor(row_, col_).value_or(FromQt(ViewOf(widget_).palette().color(role)));
 }
 
 void MSFlexGrid::SetCellBackColor(Colour colour) {
     CheckRow(row_);
     CheckCol(col_);
-    cells_->SetBackColor(row_, col_, colour);
+    CellsOf(widget_).SetBackColor(row_, col_, colour);
 }
 
 std::string MSFlexGrid::TextMatrix(int row, int col) const {
     CheckRow(row);
     CheckCol(col);
-    return cells_->Text(row, col);
+    return CellsOf(widget_).Text(row, col);
 }
 
 void MSFlexGrid::SetTextMatrix(int row, int col, const std::string& text) {
     CheckRow(row);
     CheckCol(col);
-    cells_->SetText(row, col, text);
+    CellsOf(widget_).SetText(row, col, text);
 }
 
-void MSFlexGrid::Clear() { cells_->Clear(); }
+void MSFlexGrid::Clear() { CellsOf(widget_).Clear(); }
 
 void MSFlexGrid::SetRowPosition(int row, int to) {
     CheckRow(row);
     CheckRow(to);
-    cells_->MoveRow(row, to);
+    CellsOf(widget_).MoveRow(row, to);
     const float height = heights_[Index(row)];
     heights_.erase(heights_.begin() + row);
     heights_.insert(heights_.begin() + to, height);
@@ -158,16 +159,16 @@ void MSFlexGrid::SetRowPosition(int row, int to) {
 
 void MSFlexGrid::SetColAlignmentLeft(int col) {
     CheckCol(col);
-    cells_->left_cols.insert(col);
-    view_->Refresh();
+    CellsOf(widget_).left_cols.insert(col);
+    ViewOf(widget_).Refresh();
 }
 
 void MSFlexGrid::SetMergeRow(int row, bool merge) {
     CheckRow(row);
-    view_->SetMergeRow(row, merge);
+    ViewOf(widget_).SetMergeRow(row, merge);
 }
 
-void MSFlexGrid::SetScrollBars(bool shown) { view_->SetScrollBars(shown); }
+void MSFlexGrid::SetScrollBars(bool shown) { ViewOf(widget_).SetScrollBars(shown); }
 
 float MSFlexGrid::ColWidth(int col) const {
     CheckCol(col);
@@ -192,13 +193,13 @@ void MSFlexGrid::SetRowHeight(int row, float height) {
 }
 
 void MSFlexGrid::PlaceCols() {
-    PlaceSections(*view_->horizontalHeader(), widths_, 0);
-    view_->Refresh();
+    PlaceSections(*ViewOf(widget_).horizontalHeader(), widths_, 0);
+    ViewOf(widget_).Refresh();
 }
 
 void MSFlexGrid::PlaceRows(int first) {
-    PlaceSections(*view_->verticalHeader(), heights_, first);
-    view_->Refresh();
+    PlaceSections(*ViewOf(widget_).verticalHeader(), heights_, first);
+    ViewOf(widget_).Refresh();
 }
 
 }  // namespace vantrel

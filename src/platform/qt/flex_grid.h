@@ -64,6 +64,7 @@ class GridView : public QTableView {
 
 public:
     explicit GridView(GridModel* model);
+    GridModel& Cells() const { return *cells_; }
 
     /// The cell at a point of the viewport, fixed ones first; (-1, -1) beside the cells.
     QPoint CellAt(const QPoint& point) const;  ///< x: column, y: row

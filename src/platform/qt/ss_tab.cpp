@@ -30,6 +30,8 @@ QTabWidget& WithPage(QWidget* widget, int page) {
 
 }  // namespace
 
+Place::Place(SSTab& on, int page) : window(on.window_), parent(TabsOf(on.Widget()).widget(page)), top(SSTab::kStrip) {}
+
 SSTab::SSTab(const Place& place, const std::string& name, const Box& box, const std::vector<std::string>& captions)
     : Control(place, name, box, MakeTabs(captions)) {
     widget_->setAccessibleName(ToQt(name));

@@ -111,7 +111,6 @@ private:
     /// Takes note of the field's text, and lets the widget's index follow it.
     void TakeText();
 
-    class ComboWidget* combo_;
     int index_ = -1;    ///< the picked entry
     std::string seen_;  ///< the text that the program knows of
 };

@@ -65,8 +65,6 @@ private:
     void PlaceCols();
     void PlaceRows(int first);
 
-    class GridModel* cells_;
-    class GridView* view_;
     std::vector<float> widths_, heights_;  ///< twips
     int row_, col_;                        ///< the current cell
     int mouse_row_ = 0, mouse_col_ = 0;
