@@ -1,5 +1,6 @@
 # Fails when an include breaks the layout: which folder may include which, and which library belongs to which folder.
-# Fails, too, when a window declares a Form_ routine without "override": misspelt, it would never run.
+# Fails, too, when a window declares a Form_ routine without "override" (misspelt, it would never run), or a routine
+# elsewhere than it says.
 #   cmake -D SOURCE_DIR=... -P check_dependencies.cmake
 cmake_minimum_required(VERSION 3.25)
 
@@ -18,6 +19,30 @@ set(faults "")
 
 # What tells the operating systems apart.
 set(system_names "_WIN32|_WIN64|__linux__|__unix__|__APPLE__|Q_OS_")
+
+# The routines of window `window` override those of Window, and stand in the file that the comment above them names.
+macro(check_window file window)
+  set(place "")
+  file(STRINGS ${SOURCE_DIR}/src/${file} lines REGEX "// Defined in |^    [A-Za-z][^{]* [A-Za-z0-9_]+\\([^{]*$")
+  foreach(line IN LISTS lines)
+    if(line MATCHES "// Defined in (.+):$")
+      set(place ${CMAKE_MATCH_1})
+      set(text "")
+      if(EXISTS ${SOURCE_DIR}/src/${place})
+        file(READ ${SOURCE_DIR}/src/${place} text)
+      endif()
+    else()
+      string(REGEX MATCH "([A-Za-z0-9_]+)\\(" unused "${line}")
+      set(routine ${CMAKE_MATCH_1})
+      if(routine MATCHES "^Form_" AND NOT line MATCHES " override")
+        list(APPEND faults "src/${file}: ${routine} overrides none of Window's routines")
+      endif()
+      if(NOT text MATCHES "${window}::${routine}\\(")
+        list(APPEND faults "src/${file}: ${routine} is not defined in '${place}'")
+      endif()
+    endif()
+  endforeach()
+endmacro()
 
 file(GLOB_RECURSE files RELATIVE ${SOURCE_DIR}/src ${SOURCE_DIR}/src/*.cpp ${SOURCE_DIR}/src/*.h)
 foreach(file ${files})
@@ -50,13 +75,8 @@ foreach(file ${files})
       list(APPEND faults "src/${file}: only platform/os knows which operating system it is")
     endif()
   endforeach()
-  if(folder STREQUAL windows)
-    file(STRINGS ${SOURCE_DIR}/src/${file} routines REGEX "^ *(virtual )?void Form_")
-    foreach(line ${routines})
-      if(NOT line MATCHES "\\) override")
-        list(APPEND faults "src/${file}: a Form_ routine overrides one of Window")
-      endif()
-    endforeach()
+  if(file MATCHES "^windows/(.+)\\.h$")
+    check_window(${file} ${CMAKE_MATCH_1})
   endif()
 endforeach()
 

@@ -21,6 +21,7 @@ struct Connect : Window {
     /// Model of each discovery row, out of its identification.
     Table<std::string, 7> DeviceModel;
 
+    // Defined in link/Connect.cpp:
     void Form_Load() override;
     void Form_CloseBox() override;
     void Command1_Click();  ///< Find

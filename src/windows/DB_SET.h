@@ -15,6 +15,7 @@ struct DB_SET : Window {
     ControlArray<ComboBox, 4> Combo1{*this, "Combo1", {2580, 480, 2580, 315}};
     CommandButton OK{*this, "OK", {0, 2160, 5175, 495}, "OK"};
 
+    // Defined in records/DB_SET.cpp:
     void Form_Load() override;
     void Form_Activate() override;
     void Combo1_Change(Integer device);

@@ -18,6 +18,7 @@ struct DCI_ACI_SET : Window {
     Label Label1{*this, "Label1", {240, 840, 5655, 375}, "DCI , ACI = ( Measurement Volt / R ) + Offset"};
     CommandButton Command1{*this, "Command1", {120, 1320, 5775, 375}, "SET"};
 
+    // Defined in setup/DCI_ACI_SET.cpp:
     void Form_Load() override;
     void Command1_Click();  ///< SET
 };

@@ -53,14 +53,9 @@ struct Form1 : Window {
     /// Rows of the latest scans of each device, never shown: what See Value is filled from when it loads.
     ControlArray<MSFlexGrid, 4> MSFlexGrid2{*this, "MSFlexGrid2", {0, 0, 15, 15}, 2, 22, 2, 2};
 
+    // Defined in acquire/Form1.cpp:
     void Form_Load() override;
     void Form_Unload() override;
-
-    // Run controls. Off and on, for all of them; or off but for those that view what there is.
-    void Disable_All();
-    void Disable_Keep_View();
-    void Enable_All();
-
     void set_sc_Click();
     void set_read_Click();
     void set_draw_Click();
@@ -69,19 +64,29 @@ struct Form1 : Window {
     void Record_Draw_Click();  ///< the menu's entry and Command9
     void About_Click();
     void exit_item_Click();
-
-    void Command1_Click();   ///< zero line up
-    void Command2_Click();   ///< zero line down
-    void Command3_Click();   ///< Start: one long execution, the whole run
-    void Command4_Click();   ///< Stop
-    void Command5_Click();   ///< Printer
     void Command6_Click();   ///< See Value
     void Command7_Click();   ///< record browser
     void Command8_Click();   ///< draw settings of all channels
     void Command10_Click();  ///< record assignment
     void Combo1_Click();
 
+    // Defined in acquire/run_controller.cpp:
+    void Command3_Click();  ///< Start: one long execution, the whole run
+    void Command4_Click();  ///< Stop
+    // Run controls. Off and on, for all of them; or off but for those that view what there is.
+    void Disable_All();
+    void Disable_Keep_View();
+    void Enable_All();
+
+    // Defined in plot/zero_line.cpp:
+    void Command1_Click();  ///< zero line up
+    void Command2_Click();  ///< zero line down
+
+    // Defined in plot/printing.cpp:
+    void Command5_Click();  ///< Printer
+
 private:
+    // Defined in acquire/run_controller.cpp:
     /// `run_controls`: what sets up, starts and stops; `viewers`: See Value and the record assignment.
     void Switch_Controls(bool run_controls, bool viewers);
 };

@@ -19,6 +19,7 @@ struct Form2 : Window {
     /// The cell that was clicked last, on whichever tab. An editor left open on another tab writes to it, too.
     Integer Edit_Col = 0, Edit_Row = 0;
 
+    // Defined in plot/Form2.cpp:
     void Form_Load() override;
     void MSFlexGrid1_Click(Integer device);
     void Text1_Change(Integer device);

@@ -27,6 +27,7 @@ struct Form3 : Window {
 
     Integer Dev_Index = 0;  ///< the chosen device, or -1
 
+    // Defined in plot/Form3.cpp:
     void Form_Load() override;
     void Form_Unload() override;
     void Combo_dev_Change();

@@ -20,6 +20,7 @@ struct Form4 : Window {
     UpDown UpDown1{*this, "UpDown1", {4186, 2040, 255, 375}, 1, 2000};
     CommandButton Command1{*this, "Command1", {240, 2640, 4095, 375}, "OK"};
 
+    // Defined in setup/Form4.cpp:
     void Form_Load() override;
     void per_scan_interval_Click();
     void stop_after_n_scan_Click();

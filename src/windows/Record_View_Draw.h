@@ -48,6 +48,7 @@ struct Record_View_Draw : Window {
     double Row_First = 0;  ///< of the range that is drawn
     double Row_Last = 0;
 
+    // Defined in plot/Record_View_Draw.cpp:
     void Form_Load() override;
     void Form_Unload() override;
     void Combo_record_Click();
@@ -55,16 +56,18 @@ struct Record_View_Draw : Window {
     void Command1_Click();  ///< Draw
     void Command2_Click();  ///< Clean
     void Command3_Click();  ///< Exit
-    void Slider1_Click();   ///< reads the value at the slider
-
     /// Opens the record at `path` into Record_Db and all its rows into Record_Rs.
     void Open_Draw_Record(const std::string& path);
+
+    // Defined in plot/record_plot.cpp:
+    void Slider1_Click();  ///< reads the value at the slider
     /// Draws the channel over the range, after a repair of the row numbers in the file. Yields after every row. What
     /// cannot be drawn is a run-time error that says what it is; what the repair wrote is then taken back, unless rows
     /// have been drawn already.
     void Draw_Record();
 
 private:
+    // Defined in plot/Record_View_Draw.cpp:
     /// What a Draw that fails leaves as it found it. So a Draw in the yield of which it was pressed goes on.
     struct Standing {
         Database database;
@@ -84,6 +87,8 @@ private:
     void Draw();
     /// The steps of Draw, which stop early when a later Draw, or the closing of the dialog, ends this one.
     void Draw_Chosen(int draw);
+
+    // Defined in plot/record_plot.cpp:
     bool Repair_Rows();
     void Walk_Rows();
     void Take_Range();

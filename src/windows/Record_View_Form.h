@@ -29,12 +29,12 @@ struct Record_View_Form : Window {
     double RowTotal = 0;     ///< rows of the record at the last load
     std::string RecordFile;  ///< full path of the record on show
 
+    // Defined in records/Record_View_Form.cpp:
     void Form_Load() override;
     void Command1_Click();  ///< Fresh: lists the records
     void Command2_Click();  ///< Open
     void Command3_Click();  ///< Deleted
     void Command4_Click();  ///< Exit
-    void Command5_Click();  ///< CSV: the grid as it stands goes into a file
     void prev_DB_Click();
     void next_DB_Click();
 
@@ -47,7 +47,11 @@ struct Record_View_Form : Window {
     /// and leaves the file open.
     void Write_Page(const std::string& path);
 
+    // Defined in records/csv_export.cpp:
+    void Command5_Click();  ///< CSV: the grid as it stands goes into a file
+
 private:
+    // Defined in records/Record_View_Form.cpp:
     void Show_Rows(Database& database);
 };
 

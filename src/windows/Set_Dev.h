@@ -35,6 +35,7 @@ struct Set_Dev : Window {
     Table<std::string, 5> Mode_Set;     ///< working scan modes, by discovery row
     Table<std::string, 5> Timer_Text;   ///< working scan timers, by device
 
+    // Defined in setup/Set_Dev.cpp:
     void Form_Load() override;
     void Form_Activate() override;
     void Form_Unload() override;

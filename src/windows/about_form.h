@@ -16,6 +16,7 @@ struct about_form : Window {
     Label Label4{*this, "Label4", {1440, 1320, 4095, 255}, "https://www.orlane.example/vantrel"};
     CommandButton Command1{*this, "Command1", {240, 1800, 5295, 375}, "EXIT"};
 
+    // Defined in windows/about_form.cpp:
     void Label4_Click();
     void Command1_Click();
 };
