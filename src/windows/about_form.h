@@ -11,7 +11,7 @@ struct about_form : Window {
 
     ImageBox Picture1{*this, "Picture1", {240, 240, 960, 960}, "vantrel"};
     Label Label1{*this, "Label1", {1440, 240, 4095, 255}, "Orlane VANTREL"};
-    Label Label2{*this, "Label2", {1440, 600, 4095, 255}, "version 1.1"};
+    Label Label2{*this, "Label2", {1440, 600, 4095, 255}, ""};
     Label Label3{*this, "Label3", {1440, 960, 4095, 255}, "Made by Orlane Instruments."};
     Label Label4{*this, "Label4", {1440, 1320, 4095, 255}, "https://www.orlane.example/vantrel"};
     CommandButton Command1{*this, "Command1", {240, 1800, 5295, 375}, "EXIT"};

@@ -473,7 +473,7 @@ TEST_F(About, Tells_name_version_maker_and_address) {
     EXPECT_EQ(user.Caption("about_form"), "About Orlane VANTREL");
     EXPECT_TRUE(user.Sees("about_form", "Picture1"));
     EXPECT_EQ(user.Text("about_form", "Label1"), "Orlane VANTREL");
-    EXPECT_EQ(user.Text("about_form", "Label2"), "version 1.1");
+    EXPECT_EQ(user.Text("about_form", "Label2"), "version " VANTREL_VERSION);
     EXPECT_NE(user.Text("about_form", "Label3"), "");
     EXPECT_TRUE(user.Text("about_form", "Label4").starts_with("https://"));
     EXPECT_EQ(user.Text("about_form", "Command1"), "EXIT");

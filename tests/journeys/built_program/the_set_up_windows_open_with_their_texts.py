@@ -1,6 +1,6 @@
 import datetime
 
-from desk import Desk, Expect, Until
+from desk import VERSION, Desk, Expect, Until
 from desk.contents import ExpectContents, Shows
 
 # Four kinds of channels: without a sensor, with one of either kind, and a four-wire pair, 4 and 9.
@@ -153,7 +153,7 @@ def About(desk, main):
     ExpectContents(window, "About Orlane VANTREL", {
         "Picture1": None,
         "Label1": "Orlane VANTREL",
-        "Label2": "version 1.1",
+        "Label2": "version " + VERSION,
         "Label3": "Made by Orlane Instruments.",
         "Label4": "https://www.orlane.example/vantrel",
         "Command1": "EXIT",

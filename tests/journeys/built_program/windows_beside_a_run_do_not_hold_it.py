@@ -1,4 +1,4 @@
-from desk import Desk, Expect, Until
+from desk import VERSION, Desk, Expect, Until
 from desk.run_controls import ExpectOn, idle, idle_in_run, in_run
 from desk.runs import (ConfirmEnd, ExpectSent, ExpectWhole, Sent, WaitForPoll, begin, one_pass, row_of_readings,
                        same_readings_bench)
@@ -31,7 +31,7 @@ with Desk(same_readings_bench) as desk:
     main.Menu("About")
     about = desk.Window("about_form")
     ExpectBeside("About Orlane VANTREL")
-    Expect(about["Label2"].Caption(), "version 1.1")
+    Expect(about["Label2"].Caption(), "version " + VERSION)
     Close(about, "Command1")
 
     # The browser shows the rows that are there when it opens the record that the run adds to.

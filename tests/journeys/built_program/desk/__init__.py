@@ -18,6 +18,7 @@ Everything that a Desk starts ends with it. Waiting is asking again until it is 
 import contextlib
 import os
 import pathlib
+import re
 import shutil
 import signal
 import sqlite3
@@ -30,6 +31,8 @@ from gi.repository import GLib
 
 from desk import accessibility as a11y
 
+VERSION = re.search(r"project\(vantrel VERSION (\S+)",
+                    pathlib.Path(__file__).parents[4].joinpath("CMakeLists.txt").read_text()).group(1)
 _name_of_the_test = pathlib.Path(sys.argv[0]).stem
 
 quick_bench = pathlib.Path(__file__).parents[1].joinpath("quick.bench").read_text()
