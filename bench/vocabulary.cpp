@@ -8,8 +8,8 @@
 namespace vantrel::bench {
 namespace {
 
-constexpr std::array<std::string_view, 9> kFunctions = {"VOLT", "VOLT:AC", "RES",  "FRES", "FREQ",
-                                                        "PER",  "TCO",     "TEMP", "NONE"};
+constexpr auto kFunctions =
+    std::to_array<std::string_view>({"VOLT", "VOLT:AC", "RES", "FRES", "FREQ", "PER", "TCO", "TEMP", "NONE"});
 constexpr std::array<std::string_view, 8> kRtdTypes = {"PT100",  "D100", "F100",  "PT385",
                                                        "PT3916", "USER", "SPRTD", "NTCT"};
 constexpr std::array<std::string_view, 7> kTcoupleTypes = {"E", "J", "K", "N", "R", "S", "T"};

@@ -37,7 +37,7 @@ constexpr std::array<Pair, kFunctionNames> kNameToWord = {{
 
 // Only the short word of the period comes back; no word comes back as a current or a four-wire temperature.
 // Kept: K-one-way-words
-constexpr std::array<Pair, 9> kWordToName = {{
+constexpr auto kWordToName = std::to_array<Pair>({
     {"\"VOLT:AC\"", "ACV"},
     {"\"VOLT\"", "DCV"},
     {"\"FRES\"", "4W"},
@@ -47,7 +47,7 @@ constexpr std::array<Pair, 9> kWordToName = {{
     {"\"TCO\"", "TCOUPL"},
     {"\"TEMP\"", "TEMP"},
     {"\"NONE\"", "NONE"},
-}};
+});
 
 constexpr std::array<const char*, kRtdTypeNames> kRtdTypes = {"PT100",  "D100", "F100",  "PT385",
                                                               "PT3916", "USER", "SPRTD", "NTCT"};
