@@ -3,6 +3,7 @@
 #include "acquire/scan_poll.h"
 #include "setup/plan_readback.h"
 #include "state/shared.h"
+#include "support/rounds.h"
 #include "support/temp_folder.h"
 #include "support/user.h"
 #include "support/virtual_clock.h"
@@ -20,8 +21,8 @@ using Word = VisaEntryPoints::Word;
 /// waiting.
 class Babble {
 public:
-    static void Answer(unsigned seed) {
-        generator.seed(seed);
+    static void Answer(unsigned round) {
+        generator = Rounds(1).Chance(static_cast<int>(round));
         VisaEntryPoints visa;
         visa.viWrite = [](Word, const unsigned char*, Word count, Word* written) {
             *written = count;
