@@ -1,6 +1,6 @@
 // A run of days: four instruments with 20 channels, See Value open, a record for each, and new ones before they are
 // full. VANTREL_ROUNDS says how many hours it takes.
-#include "platform/toolkit.h"
+#include "platform/toolkit/events.h"
 #include "state/shared.h"
 #include "support/desk.h"
 #include "support/rounds.h"

@@ -1,7 +1,7 @@
 import subprocess
 
 from desk import Desk, Expect, Until
-from runs import ConfirmEnd
+from desk.runs import ConfirmEnd
 
 ending = (", or keep records elsewhere: vantrel --folder DIR uses DIR/db.\n\n"
           "You can go on, but only without records: a run that is to store ends the program at Start.")

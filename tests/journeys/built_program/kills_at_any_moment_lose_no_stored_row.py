@@ -8,7 +8,7 @@ import time
 from browsing import AskToSave, OpenRecord
 from contents import ExpectMessage
 from desk import Desk, Expect, Until
-from runs import ExpectNumbers, ExpectSound
+from desk.runs import ExpectNumbers, ExpectSound
 
 kills = int(os.environ.get("VANTREL_ROUNDS", 4))
 seed = int(os.environ.get("VANTREL_SEED", 1))
