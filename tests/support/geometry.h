@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/qt/text.h"
+#include "platform/toolkit/control.h"
 #include "platform/toolkit/window.h"
 
 #include <QWidget>
