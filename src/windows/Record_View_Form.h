@@ -43,12 +43,12 @@ struct Record_View_Form : Window {
     void LoadRecord(const std::string& path);
     /// Deletes the record at `path`, if the user agrees. A file in use: error 70.
     void DeleteRecord(const std::string& path);
-    /// Writes the grid as it stands into the file at `path`, captions first. What cannot be written is a run-time error
-    /// and leaves the file open.
-    void Write_Page(const std::string& path);
 
     // Defined in records/csv_export.cpp:
     void Command5_Click();  ///< CSV: the grid as it stands goes into a file
+    /// Writes the grid as it stands into the file at `path`, captions first. What cannot be written is a run-time error
+    /// and leaves the file open.
+    void Write_Page(const std::string& path);
 
 private:
     // Defined in records/Record_View_Form.cpp:
