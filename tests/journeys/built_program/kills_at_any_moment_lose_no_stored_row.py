@@ -5,8 +5,8 @@ import os
 import random
 import time
 
-from browsing import AskToSave, OpenRecord
-from contents import ExpectMessage
+from desk.browsing import AskToSave, OpenRecord
+from desk.contents import ExpectMessage
 from desk import Desk, Expect, Until
 from desk.runs import ExpectNumbers, ExpectSound
 
