@@ -1,5 +1,6 @@
 // What went over the wire in a run is logged, and the log is a bench on which the run goes the same way.
 #include "support/run_desk.h"
+#include "support/texts.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -7,8 +8,6 @@
 
 namespace vantrel {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 class WireLogReplay : public RunDesk {
 protected:

@@ -3,13 +3,12 @@
 #include "support/file_calls.h"
 #include "support/records.h"
 #include "support/temp_folder.h"
+#include "support/texts.h"
 
 #include <gtest/gtest.h>
 
 namespace vantrel {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 TEST(DurableCommit, Update_returns_once_the_record_and_then_the_end_of_its_journal_are_on_the_disk) {
     const TempFolder folder;

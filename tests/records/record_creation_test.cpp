@@ -5,6 +5,7 @@
 #include "support/errors.h"
 #include "support/file_calls.h"
 #include "support/temp_folder.h"
+#include "support/texts.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -15,8 +16,6 @@
 
 namespace vantrel {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 const std::string kRecord = "Record1";
 
