@@ -278,7 +278,8 @@ void Parser::ReadOpening(std::uint32_t status) {
 /// 2026-01-31 10:00:00.000 0 > "fetch?\n", 2026-01-31 10:00:05.000 0 < "" ! BFFF0015
 void Parser::ReadExchange(std::uint32_t status) {
     const auto place = static_cast<std::size_t>(NumberAt(2));
-    if (place >= bench.instruments.size()) Refuse("the log has not opened this instrument");
+    if (place >= bench.instruments.size() || !bench.instruments[place].recording)
+        Refuse("the log has not opened this instrument");
     Recording& recording = *bench.instruments[place].recording;
     if (words_[3] == ">") {
         sent_[place] = words_[4];

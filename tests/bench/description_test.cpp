@@ -124,6 +124,12 @@ TEST(BenchFile, Faults_of_replies_are_read) {
 
 TEST(BenchFile, Entry_of_an_instrument_before_the_first_instrument_is_refused) { EXPECT_NE(FaultOf("serial x\n"), ""); }
 
+TEST(BenchFile, Line_of_a_log_about_an_instrument_that_the_log_has_not_opened_is_refused) {
+    const std::string line = "2026-03-04 10:00:00.105 0 > \"fetch?\\n\"\n";
+    EXPECT_EQ(FaultOf(line), "line 1: the log has not opened this instrument");
+    EXPECT_EQ(FaultOf("instrument A\n" + line), "line 2: the log has not opened this instrument");
+}
+
 TEST(BenchFile, Unclosed_quote_is_refused) { EXPECT_EQ(FaultOf("instrument \"A\n"), "line 1: a quote is not closed"); }
 
 TEST(BenchFile, Unknown_function_is_refused) {
