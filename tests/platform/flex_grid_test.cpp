@@ -4,6 +4,9 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QImage>
+#include <QPixmap>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTest>
@@ -238,6 +241,27 @@ TEST_F(Grids, A_merged_row_is_drawn_as_one_band) {
     EXPECT_TRUE(line_between());
     grid.SetMergeRow(0, true);
     EXPECT_FALSE(line_between());
+}
+
+TEST_F(Grids, Show_on_the_screen_each_cell_that_has_changed_headings_and_merged_rows_too) {
+    grid.SetCols(20);
+    grid.SetRows(50);
+    grid.SetMergeRow(0, true);
+    DoEvents();
+    view.horizontalScrollBar()->setValue(45);
+    view.verticalScrollBar()->setValue(25);
+    DoEvents();
+    QWidget& window = *view.window();
+    const std::vector<std::pair<int, int>> cells{{5, 4}, {5, 0}, {1, 4}, {0, 3}, {0, 4}, {1, 1}};
+    for (const auto& [row, col] : cells) {
+        const QImage before = view.viewport()->grab().toImage();
+        grid.SetTextMatrix(row, col, "changed");
+        DoEvents();
+        const QImage drawn = window.grab().toImage().convertToFormat(QImage::Format_RGB32);
+        const QImage screen = window.screen()->grabWindow(window.winId()).toImage();
+        EXPECT_NE(view.viewport()->grab().toImage(), before) << row << ", " << col;
+        EXPECT_EQ(screen.convertToFormat(QImage::Format_RGB32), drawn) << row << ", " << col;
+    }
 }
 
 }  // namespace vantrel

@@ -2,6 +2,9 @@
 #include "platform/trial_window.h"
 
 #include <QImage>
+#include <QPixmap>
+#include <QScreen>
+#include <QTest>
 #include <QVariant>
 #include <QWidget>
 #include <algorithm>
@@ -103,6 +106,29 @@ TEST_F(Plots, What_is_on_the_screen_is_the_picture) {
     const QImage screen = plot.Widget()->grab().toImage().convertToFormat(QImage::Format_RGB32);
     const auto picture = plot.Widget()->property("picture").value<QImage>();
     EXPECT_EQ(screen.copy(0, 0, 700, 300), picture.copy(0, 0, 700, 300));
+}
+
+TEST_F(Plots, While_a_drawing_goes_on_the_screen_follows_in_frames_and_in_the_end_it_shows_all) {
+    The<Trial>().Show();
+    DoEvents();
+    QWidget& window = *plot.Widget()->window();
+    const auto on_the_screen = [&](int x, int y) {
+        const QImage screen = window.screen()->grabWindow(window.winId()).toImage();
+        return screen.pixelColor(plot.Widget()->mapTo(&window, QPoint(x, y)));
+    };
+    {
+        const PictureBox::Frames frames(plot);
+        plot.Line(0, 0, 1500, 750, kRed);
+        QTest::qSleep(50);
+        DoEvents();
+        EXPECT_EQ(on_the_screen(60, 30), QColor(Qt::red));
+        plot.Line(0, 750, 1500, 0, kRed);
+        EXPECT_NE(on_the_screen(20, 50), QColor(Qt::red));
+    }
+    EXPECT_EQ(on_the_screen(20, 50), QColor(Qt::red));
+    plot.Cls();
+    DoEvents();
+    EXPECT_NE(on_the_screen(20, 50), QColor(Qt::red));
 }
 
 }  // namespace vantrel

@@ -72,6 +72,7 @@ public:
     void SetScrollBars(bool shown);
     /// Row and column sizes in pixels have changed, or the fixed cells.
     void Refresh();
+    bool IsHeading(const QModelIndex& cell) const { return cells_->IsFixed(cell.row(), cell.column()); }
     /// Draws `text` narrower where it would not fit; what does not fit even so ends in an ellipsis, not in a shorter
     /// number.
     void DrawFitting(QPainter& painter, const QRect& cell, Qt::Alignment alignment, const QString& text) const;

@@ -10,7 +10,6 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QRegularExpression>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
@@ -31,6 +30,8 @@ public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        const auto& view = *static_cast<const GridView*>(parent());
+        if (view.IsHeading(index)) return;  // its place lies below the headings, which are drawn later
         const QVariant colour = index.data(Qt::BackgroundRole);
         const bool selected = option.state & QStyle::State_Selected && !colour.isValid();
         if (selected) painter->fillRect(option.rect, option.palette.brush(QPalette::Highlight));
@@ -39,7 +40,7 @@ public:
         if (colour.isValid()) ink = index.data(Qt::ForegroundRole).value<QColor>();
         const QString text = index.data(Qt::DisplayRole).toString();
         painter->setPen(ink);
-        static_cast<const GridView*>(parent())->DrawFitting(*painter, option.rect, Qt::AlignLeft, text);
+        view.DrawFitting(*painter, option.rect, Qt::AlignLeft, text);
         if (!(option.state & QStyle::State_HasFocus)) return;
         painter->setPen(QPen(ink, 1, Qt::DotLine));
         painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
@@ -80,7 +81,7 @@ const GridView::Fitted& GridView::Fit(const QString& text, int width) const {
     auto* fitted = new Fitted{FittingFont(font(), text, width), {}, {}};
     fitted->text = QFontMetrics(fitted->font).elidedText(text, Qt::ElideRight, width);
     fitted->laid_out.setTextFormat(Qt::PlainText);
-    fitted->laid_out.setText(QString(fitted->text).replace(QRegularExpression("[\\r\\n\\t]"), " "));
+    fitted->laid_out.setText(QString(fitted->text).replace('\r', ' ').replace('\n', ' ').replace('\t', ' '));
     fitted->laid_out.prepare({}, fitted->font);
     fitted_.insert(key, fitted);
     return *fitted;

@@ -43,11 +43,14 @@ public:
         if (lines.empty()) return;
         const Pixels pixels{reinterpret_cast<QRgb*>(image_.bits()), image_.width(), image_.height()};
         for (const PixelLine& line : lines) {
+            // What is drawn with is taken by value, else each pixel that is written might have changed it.
+            const QRgb colour = line.colour;
             if (pen_ == 1)
-                Draw(pixels, line, [&](auto x, auto y) { pixels.Row(int(y))[int(x)] = line.colour; });
+                Draw(pixels, line, [pixels, colour](auto x, auto y) { pixels.Row(int(y))[int(x)] = colour; });
             else
-                Draw(pixels, line,
-                     [&](auto x, auto y) { Dot(pixels, int(std::floor(x)), int(std::floor(y)), line.colour); });
+                Draw(pixels, line, [this, pixels, colour](auto x, auto y) {
+                    Dot(pixels, int(std::floor(x)), int(std::floor(y)), colour);
+                });
         }
     }
 
@@ -92,9 +95,10 @@ private:
         const double base = Scaled(across);
         const int first = static_cast<int>(std::clamp<double>(std::min(start, stop), 1 - pen_, end));
         const int last = static_cast<int>(std::clamp<double>(std::max(start, stop), -pen_, end - 1));
+        const double first_across = 1 - pen_;
         for (int at = first; at <= last; ++at) {
             const double place = base + (at - start) * slope + 0.5;
-            if (place >= 1 - pen_ && place < end_across) dot(at, place);
+            if (place >= first_across && place < end_across) dot(at, place);
         }
     }
 
@@ -225,8 +229,8 @@ void PictureBox::SetCurrent(float x, float y) {
 void PictureBox::Line(float x, float y, float dx, float dy, Colour colour) {
     const float end_x = Finite(x + dx);
     const float end_y = Finite(y + dy);
-    PlotOf(widget_).Add(
-        {NearestPixel(x), NearestPixel(y), NearestPixel(end_x), NearestPixel(end_y), ToQt(colour).rgb()});
+    PlotOf(widget_).Add({NearestPixel(x), NearestPixel(y), NearestPixel(end_x), NearestPixel(end_y),
+                         qRgb(RedOf(colour), GreenOf(colour), BlueOf(colour))});
     SetCurrent(end_x, end_y);
 }
 

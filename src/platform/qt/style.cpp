@@ -173,8 +173,8 @@ const std::vector<QFont>& Narrowing(const QFont& font) {
 QFont FittingFont(const QFont& font, const QString& text, int width) {
     const std::vector<QFont>& fonts = Narrowing(font);
     // Exactly, not in whole pixels: a text that is a fraction of one too wide would end in an ellipsis.
-    const auto fits = [&](const QFont& one) { return QFontMetricsF(one).horizontalAdvance(text) <= width; };
-    const auto widest = std::find_if(fonts.begin(), fonts.end() - 1, fits);
+    const auto is_too_wide = [&](const QFont& one) { return QFontMetricsF(one).horizontalAdvance(text) > width; };
+    const auto widest = std::partition_point(fonts.begin(), fonts.end() - 1, is_too_wide);
     return widest == fonts.begin() ? font : *widest;
 }
 
