@@ -50,6 +50,7 @@ void Prepare_Tables(Form1& main) {
 
 /// Makes and opens the record of every device that has one. False: a record's file is not there.
 bool Open_Records() {
+    const BusyCursor busy;  // while a long record is numbered
     // A device that Connect brings into the run, or a record that is assigned in it, waits for the next Start.
     for (int device = DeviceCount; device < RecordRs.Size(); ++device) RecordRs(device) = {};
     for (const Integer device : Each(DeviceCount)) {

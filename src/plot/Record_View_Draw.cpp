@@ -50,6 +50,7 @@ void Record_View_Draw::Open_Draw_Record(const std::string& path) {
 }
 
 void Record_View_Draw::Combo_record_Click() {
+    const BusyCursor busy;
     try {
         Open_Draw_Record(DbEntryPath(Combo_record.Text()));
         if (Record_Rs.RecordCount() == 0) {

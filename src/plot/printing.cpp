@@ -10,6 +10,7 @@ constexpr int kLandscape = 2;
 }
 
 void Form1::Command5_Click() {
+    const BusyCursor busy;
     ThePrinter().SetOrientation(kLandscape);  // Kept: K-landscape
     ThePrinter().PaintPicture(draw_pic.Image(), 0, 0);
     ThePrinter().EndDoc();

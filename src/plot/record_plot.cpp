@@ -53,6 +53,7 @@ void Record_View_Draw::Draw_Record() {
 /// Numbers the rows of the record anew and takes the range that is to be drawn. What cannot be drawn is refused here,
 /// while the file can still be left as it was. False: the record has no rows.
 bool Record_View_Draw::Repair_Rows() {
+    const BusyCursor busy;
     Database::Transaction repair(Record_Db);
     try {
         if (Record_Rs.RecordCount() != 0) Walk_Rows();
