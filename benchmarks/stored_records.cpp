@@ -247,11 +247,11 @@ Pairs NextPage(int rows, int rounds) {
 Pairs Csv() {
     Record_View_Form& browser = The<Record_View_Form>();
     ShowFirstPage(10000);
-    const std::string path = App_Path() + "/page.csv";
-    browser.Write_Page(path);
+    const std::string path = AppPath() + "/page.csv";
+    browser.WritePage(path);
     const std::string text = FileBytes(path);
     return InTurn(
-        100, [&] { browser.Write_Page(path); },
+        100, [&] { browser.WritePage(path); },
         [&] {
             std::FILE* file = std::fopen(path.c_str(), "wb");
             std::fwrite(text.data(), 1, text.size(), file);

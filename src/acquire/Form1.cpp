@@ -27,7 +27,7 @@ namespace {
 
 /// Takes the close entry, and what stands above it, out of the window's system menu: the way out is exit_item.
 // Kept: K-exit
-void Trim_System_Menu(Window& window) {
+void TrimSystemMenu(Window& window) {
     SystemMenu* menu = GetSystemMenu(window, false);
     if (menu == nullptr) return;
     const int entries = GetMenuItemCount(menu);
@@ -36,14 +36,14 @@ void Trim_System_Menu(Window& window) {
     DrawMenuBar(window);
 }
 
-void Set_Table_Sizes(MSFlexGrid& table) {
+void SetTableSizes(MSFlexGrid& table) {
     for (const Integer j : Each(10)) {
         table.SetColWidth(j, std::floor(table.Width() / 10.1F));
         if (j < 4) table.SetRowHeight(j, std::floor(table.Height() / 4));
     }
 }
 
-void Close_Sessions() {
+void CloseSessions() {
     VisaStatus = viClose(FindList);
     VisaStatus = viClose(DefaultRM);
     for (int i = 0; i < static_cast<int>(FindCount); ++i) VisaStatus = viClose(InstrSession(i));
@@ -77,30 +77,30 @@ Form1::Form1() : Window("Form1", "VANTREL MAIN", {15015, 10260}, kMain) {
 
 void Form1::Form_Load() {
     BuildColorTable();
-    Trim_System_Menu(*this);
+    TrimSystemMenu(*this);
     Disable_All();
     ClearRunState();
     SetTrendDefaults();
     FillVocabulary();
-    for (const Integer device : Each(MSFlexGrid1.Size())) Set_Table_Sizes(MSFlexGrid1(device));
+    for (const Integer device : Each(MSFlexGrid1.Size())) SetTableSizes(MSFlexGrid1(device));
     SetDeviceDefaults();
-    Place_Marker();
+    PlaceMarker();
 }
 
 void Form1::Form_Unload() {
     Command4_Click();
-    Close_Sessions();
+    CloseSessions();
 }
 
 void Form1::exit_item_Click() {
     Command4_Click();
-    Close_Sessions();
+    CloseSessions();
     End();  // Kept: K-exit-in-run
 }
 
 void Form1::set_sc_Click() {
     The<Set_Dev>().ShowModal();
-    Make_Live_Tables();
+    MakeLiveTables();
 }
 
 void Form1::set_read_Click() { The<Form4>().ShowModal(); }
@@ -109,12 +109,12 @@ void Form1::set_draw_Click() {
     // Connect may have left one loaded unshown: the settings are to be read as they stand now.
     Unload<Form3>();
     The<Form3>().ShowModal();
-    Make_Live_Tables();
+    MakeLiveTables();
 }
 
 void Form1::Command8_Click() {
     The<Form2>().ShowModal();
-    Make_Live_Tables();
+    MakeLiveTables();
 }
 
 void Form1::Command6_Click() { The<DATA_Table>().Show(); }
@@ -136,7 +136,7 @@ void Form1::About_Click() { The<about_form>().Show(); }
 void Form1::Combo1_Click() {
     // A text typed while there is no device: Start stays off.
     if (DeviceCount == 0) return;
-    Make_Live_Tables();
+    MakeLiveTables();
     Enable_All();  // Kept: K-choose-device
 }
 

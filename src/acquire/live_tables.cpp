@@ -13,7 +13,7 @@ namespace {
 constexpr int kRowsKept = 160;
 constexpr int kHeadingRows = 2;
 
-void Add_Scan(MSFlexGrid& grid, Integer device) {
+void AddScan(MSFlexGrid& grid, Integer device) {
     if (ScanCount(device) <= kRowsKept) {
         grid.SetRows(static_cast<int>(ScanCount(device)) + kHeadingRows);
     } else {
@@ -52,14 +52,14 @@ void Make_Live_Table(Integer device) {
     }
 }
 
-void Make_Live_Tables() {
+void MakeLiveTables() {
     for (const Integer device : Each(DeviceCount)) Make_Live_Table(device);
 }
 
 void Update_Tables(Integer device) {
     // See Value has no table for a device that Connect has taken away in its pass.
-    if (device < DeviceCount) Add_Scan(The<DATA_Table>().MSFlexGrid1(device), device);  // Kept: K-see-value
-    Add_Scan(The<Form1>().MSFlexGrid2(device), device);
+    if (device < DeviceCount) AddScan(The<DATA_Table>().MSFlexGrid1(device), device);  // Kept: K-see-value
+    AddScan(The<Form1>().MSFlexGrid2(device), device);
 }
 
 }  // namespace vantrel

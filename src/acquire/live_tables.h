@@ -10,7 +10,7 @@ namespace vantrel {
 void Make_Live_Table(Integer device);
 
 /// Make_Live_Table for every device.
-void Make_Live_Tables();
+void MakeLiveTables();
 
 /// Adds the scan in ScanRow to the See Value table and to its backing copy. Each keeps the latest 160 scans.
 void Update_Tables(Integer device);

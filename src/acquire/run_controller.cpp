@@ -30,7 +30,7 @@ double Interval() {
     return (time.hour * 3600 + time.minute * 60 + time.second) / 86400.0;
 }
 
-void Prepare_Tables(Form1& main) {
+void PrepareTables(Form1& main) {
     const BusyCursor busy;  // 20 channels take a second to be asked
     for (const Integer device : Each(DeviceCount)) {
         main.SSTab1.SetTabVisible(device, true);
@@ -49,7 +49,7 @@ void Prepare_Tables(Form1& main) {
 }
 
 /// Makes and opens the record of every device that has one. False: a record's file is not there.
-bool Open_Records() {
+bool OpenRecords() {
     const BusyCursor busy;  // while a long record is numbered
     // A device that Connect brings into the run, or a record that is assigned in it, waits for the next Start.
     for (int device = DeviceCount; device < RecordRs.Size(); ++device) RecordRs(device) = {};
@@ -70,7 +70,7 @@ bool Open_Records() {
     return true;
 }
 
-void Wait_For_Start_Time() {
+void WaitForStartTime() {
     if (The<Form4>().at_time.Value() != 1) return;
     // Kept: K-one-pass, K-reached
     while (!(StopRequested == -1 || Now() > The<Form4>().StartTime.Value())) {
@@ -79,13 +79,13 @@ void Wait_For_Start_Time() {
     }
 }
 
-void Send_Scan_Count() {
+void SendScanCount() {
     if (DeviceCount < 1) return;                                                     // Kept: K-first-device
     const double count = The<Form4>().OneShot() ? ScanNumber() : ActiveChannels(0);  // Kept: K-no-channel
     SendScpi("rout:scan:count " + Str(count), 0);
 }
 
-void Set_Targets() {
+void SetTargets() {
     for (const Integer device : Each(DeviceCount)) {
         if (The<Form4>().OneShot()) {
             ScanTarget(device) = ScanNumber();  // Kept: K-16-bits
@@ -99,7 +99,7 @@ void Set_Targets() {
     }
 }
 
-void Wait_Interval() {
+void WaitInterval() {
     if (The<Form4>().per_scan_interval.Value() != 1) return;
     const DateTime end = Now() + Interval();
     while (!(StopRequested == -1 || Now() >= end)) {
@@ -109,16 +109,16 @@ void Wait_Interval() {
 }
 
 /// One pass over all devices. True: the run goes on with another.
-bool Run_Pass() {
+bool RunPass() {
     if (DeviceCount >= 1) SendScpi("rout:" + ScanModeWord(SlotOf(0)), 0);
-    Set_Targets();
+    SetTargets();
     // Kept: K-connect-in-run
     for (const Integer device : Each(DeviceCount)) {
         Poll_Scan(device);
         DoEvents();
     }
     Draw_Trend();
-    Wait_Interval();  // Kept: K-interval
+    WaitInterval();  // Kept: K-interval
     // Kept: K-equal-number
     if (The<Form4>().stop_after_n_scan.Value() == 1 && ScanNumber() == ScanCount(0)) return false;
     if (The<Form4>().stop_time.Value() == 1 && Now() > The<Form4>().StopTime.Value()) return false;
@@ -126,7 +126,7 @@ bool Run_Pass() {
     return StopRequested != -1;
 }
 
-void End_Run(Form1& main) {
+void EndRun(Form1& main) {
     for (const Integer device : Each(DeviceCount))
         if (HasRecord(device)) CloseRecord(device);  // Kept: K-start-opens
     main.Command4_Click();
@@ -147,16 +147,16 @@ void Form1::Command3_Click() {
     Command5.SetEnabled(false);
     Command6.SetEnabled(true);
     Command8.SetEnabled(true);  // Kept: K-dialog-holds
-    Prepare_Tables(*this);
+    PrepareTables(*this);
     StopRequested = 0;  // Kept: K-cleared-flag
     // Without a record's file everything stays as it is: Stop gives the controls back.
     // Kept: K-missing-record
-    if (!Open_Records()) return;
-    Wait_For_Start_Time();
-    Send_Scan_Count();
-    while (Run_Pass()) {
+    if (!OpenRecords()) return;
+    WaitForStartTime();
+    SendScanCount();
+    while (RunPass()) {
     }
-    End_Run(*this);
+    EndRun(*this);
 }
 
 void Form1::Command4_Click() {
@@ -166,13 +166,13 @@ void Form1::Command4_Click() {
     exit_item.SetEnabled(true);
 }
 
-void Form1::Disable_All() { Switch_Controls(false, false); }
+void Form1::Disable_All() { SwitchControls(false, false); }
 
-void Form1::Disable_Keep_View() { Switch_Controls(false, true); }
+void Form1::Disable_Keep_View() { SwitchControls(false, true); }
 
-void Form1::Enable_All() { Switch_Controls(true, true); }
+void Form1::Enable_All() { SwitchControls(true, true); }
 
-void Form1::Switch_Controls(bool run_controls, bool viewers) {
+void Form1::SwitchControls(bool run_controls, bool viewers) {
     set_draw.SetEnabled(run_controls);
     set_read.SetEnabled(run_controls);
     set_sc.SetEnabled(run_controls);

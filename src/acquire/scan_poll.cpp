@@ -27,7 +27,7 @@ std::string FetchTime(Integer device, Integer row) {
 
 /// Fills ScanRow of `device` from channel `start` on with the fields from `f` on, and moves `f` behind those it
 /// took. Each field that is not empty is one reading more in `got`.
-void Fill_Row(Integer device, int start, const std::vector<std::string>& fields, Integer& f, Integer& got) {
+void FillRow(Integer device, int start, const std::vector<std::string>& fields, Integer& f, Integer& got) {
     for (int ch = start; ch < ChannelCount(device); ++ch) {
         const auto at = static_cast<std::size_t>(f);
         // Kept: K-row-or-device
@@ -46,20 +46,20 @@ void Fill_Row(Integer device, int start, const std::vector<std::string>& fields,
 
 /// Records and shows the row that the first `got` readings of the pass complete, with the time stamp that was taken for
 /// it.
-void Hand_On_Row(Integer device, Integer got) {
+void HandOnRow(Integer device, Integer got) {
     const Integer row = std::ceil(Divide(got, ActiveChannels(device))) - 1;
     ScanTime = CDate(FetchTime(device, row));
     WriteRecord(device);
     Update_Tables(device);
 }
 
-void Finish_Pass(Integer device) {
+void FinishPass(Integer device) {
     Fetch_Readings(device);
     ScanTarget(device) = 0;  // Kept: K-start-nested
 }
 
 // Kept: K-no-end
-void Poll_One(Integer device) {
+void PollOne(Integer device) {
     while (true) {
         SendScpi("rout:scan:state?", device);
         // Kept: K-equal-count
@@ -76,14 +76,14 @@ void Poll_One(Integer device) {
         // Whatever a handler put into the buffer in the meantime is what is read here.
         // Kept: K-shared-buffer
         if (ReplyNumber() == ScanTarget(device)) {
-            Finish_Pass(device);
+            FinishPass(device);
             return;
         }
     }
 }
 
 /// Watches all devices at once, so that the stamps of the later ones are taken while `device` is waited for.
-void Poll_Sweeping(Integer device) {
+void PollSweeping(Integer device) {
     while (true) {
         for (const Integer i : Each(DeviceCount)) {
             SendScpi("rout:scan:state?", i);
@@ -94,7 +94,7 @@ void Poll_Sweeping(Integer device) {
                 Add_Fetch_Time(i);
             }
             if (i == device && count == ScanTarget(device)) {
-                Finish_Pass(device);
+                FinishPass(device);
                 return;
             }
         }
@@ -112,9 +112,9 @@ void Add_Fetch_Time(Integer device) {
 
 void Poll_Scan(Integer device) {
     if (The<Form4>().OneShot())
-        Poll_Sweeping(device);
+        PollSweeping(device);
     else
-        Poll_One(device);
+        PollOne(device);
 }
 
 void Fetch_Readings(Integer device) {
@@ -128,12 +128,12 @@ void Fetch_Readings(Integer device) {
         Integer active = 0;
         do {
             const Integer taken_before = f;
-            Fill_Row(device, start, fields, f, got);
+            FillRow(device, start, fields, f, got);
             const double n = Val(The<Form4>().N_SCAN.Text());
             active = ActiveChannels(device);
             // Kept: K-number-row
             if (Mod(got, active) == 0 || n == got) {
-                Hand_On_Row(device, got);
+                HandOnRow(device, got);
                 start = 0;
             } else if (f == taken_before) {
                 // The plan has no channel left for the fields, as another instrument's plan may: they begin the next

@@ -152,11 +152,11 @@ void Connect::Command2_Click() {
         ++k;
     }
     DeviceCount = k;
-    if (k == 0) Reset_Tabs();
+    if (k == 0) ResetTabs();
     Hide();
 }
 
-void Connect::Reset_Tabs() {
+void Connect::ResetTabs() {
     Form1& main = The<Form1>();
     for (const Integer i : Each(kDevices)) {
         main.SSTab1.SetTabVisible(i, true);

@@ -15,7 +15,7 @@ constexpr std::string_view kRecordExtension = ".mdb";
 constexpr std::string_view kLongestCompanion = "-journal";  // what the engine sets behind a file's name
 constexpr std::size_t kLongestFileName = 255;
 
-std::string& AppPath() {
+std::string& CurrentAppPath() {
     static std::string path = os::ProgramFolder();
     return path;
 }
@@ -36,11 +36,11 @@ void CheckEntryName(const std::string& name) {
 
 }  // namespace
 
-std::string App_Path() { return AppPath(); }
+std::string AppPath() { return CurrentAppPath(); }
 
-void UseAppPath(const std::string& folder) { AppPath() = folder; }
+void UseAppPath(const std::string& folder) { CurrentAppPath() = folder; }
 
-std::string DbFolder() { return App_Path() + "/db"; }
+std::string DbFolder() { return AppPath() + "/db"; }
 
 DbFolderState StateOfDbFolder() {
     std::error_code fault;

@@ -8,7 +8,7 @@
 namespace vantrel {
 
 /// The folder of the program file, without a separator at its end.
-std::string App_Path();
+std::string AppPath();
 
 /// Lets another folder, an absolute path, count as the program's.
 void UseAppPath(const std::string& folder);

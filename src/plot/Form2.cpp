@@ -17,7 +17,7 @@ constexpr int kColor = 1;
 constexpr int kDivision = 2;
 constexpr int kOffset = 3;
 
-void Lay_Out(MSFlexGrid& grid, Integer device) {
+void LayOut(MSFlexGrid& grid, Integer device) {
     grid.SetRows(ChannelCount(device) + 1);
     grid.SetCols(kCols);
     for (int col = 1; col <= 3; ++col)
@@ -52,7 +52,7 @@ void Form2::Form_Load() {
         SSTab1.SetTabVisible(i, true);
         SSTab1.SetTab(i);
         SSTab1.SetTabCaption(i, devices.List(i));
-        Lay_Out(MSFlexGrid1(i), i);
+        LayOut(MSFlexGrid1(i), i);
         for (const Integer k : Each(kDevices)) Text1(k).SetVisible(false);
     }
     SSTab1.SetTab(0);

@@ -38,7 +38,7 @@ void Form3::Combo_dev_Change() {
     if (Dev_Index == -1) return;
     Fill_Record_List();
     Fill_Channel_List();
-    Combo_db.SetText(Record_Prompt(Dev_Index));
+    Combo_db.SetText(RecordPrompt(Dev_Index));
     Combo_chan_Click();
 }
 
@@ -50,7 +50,7 @@ void Form3::Fill_Channel_List() {
 
 void Form3::Fill_Record_List() {
     Combo_db.Clear();
-    Offer_Records(Combo_db);
+    OfferRecords(Combo_db);
 }
 
 void Form3::Combo_chan_Click() {
@@ -72,7 +72,7 @@ void Form3::Command3_Click() {
     Combo_chan_Click();
 }
 
-void Form3::Combo_db_Click() { Assign_Record(Dev_Index, Combo_db.Text(), DeviceCount); }
+void Form3::Combo_db_Click() { AssignRecord(Dev_Index, Combo_db.Text(), DeviceCount); }
 
 void Form3::Command1_Click() {
     for (const Integer device : Each(DeviceCount)) {

@@ -75,7 +75,7 @@ void Record_View_Draw::color_box_Click() { color_box.SetBackColor(ShowColor(kRed
 
 void Record_View_Draw::Command1_Click() {
     try {
-        if (!Check_Fields()) return;
+        if (!CheckFields()) return;
     } catch (const RunTimeError& error) {
         Refuse(error);
         return;
@@ -84,7 +84,7 @@ void Record_View_Draw::Command1_Click() {
 }
 
 /// Puts the fields of Draw into shape. False: they do not do, and the user has been told.
-bool Record_View_Draw::Check_Fields() {
+bool Record_View_Draw::CheckFields() {
     const double division = Val(division_box.Text());  // Kept: K-fields-first
     division_box.SetText(division > 0 ? Str(division) : "1");
     offset_box.SetText(Str(Val(offset_box.Text())));
@@ -93,13 +93,13 @@ bool Record_View_Draw::Check_Fields() {
         MsgBox("Please select a Record or Channel");
         return false;
     }
-    if (draw_limit.Value() && !Check_Range()) return false;  // Kept: K-no-choice
+    if (draw_limit.Value() && !CheckRange()) return false;  // Kept: K-no-choice
     draw_start.SetText(WholeText(Val(draw_start.Text())));
     draw_stop.SetText(WholeText(Val(draw_stop.Text())));
     return true;
 }
 
-bool Record_View_Draw::Check_Range() {
+bool Record_View_Draw::CheckRange() {
     if (Val(draw_start.Text()) < 1) draw_start.SetText("1");
     if (Val(Data_RecordCount.Caption()) < Val(draw_stop.Text())) draw_stop.SetText(Data_RecordCount.Caption());
     const double a = Val(draw_start.Text());
@@ -114,14 +114,14 @@ void Record_View_Draw::Draw() {
     const Standing before = Stand();
     lines_kept_ = draw_pic.LineCount();
     try {
-        Draw_Chosen(++draws_);
+        DrawChosen(++draws_);
     } catch (const RunTimeError& error) {
-        Return_To(before);
+        ReturnTo(before);
         Refuse(error);
     }
 }
 
-void Record_View_Draw::Draw_Chosen(int draw) {
+void Record_View_Draw::DrawChosen(int draw) {
     const std::string path = DbEntryPath(Combo_record.Text());
     Open_Draw_Record(path);
     Record_Path = path;
@@ -146,7 +146,7 @@ Record_View_Draw::Standing Record_View_Draw::Stand() const {
             .lines_kept = lines_kept_};
 }
 
-void Record_View_Draw::Return_To(const Standing& standing) {
+void Record_View_Draw::ReturnTo(const Standing& standing) {
     Record_Db = standing.database;
     Record_Rs = standing.rows;
     Record_Path = standing.path;

@@ -19,7 +19,7 @@ constexpr double kLongestStep = 9.9E+8;  // twips
 /// A channel whose division or offset cannot be used is left out of the picture; its readings go on into the history,
 /// the other traces are drawn, and the note beside the plot says which channel it is. A run that goes on overnight must
 /// not end over a setting of its picture, and no message box may hold it.
-class Unusable_Settings {
+class UnusableSettings {
 public:
     void Add(Integer device, Integer ch) {
         const std::string what = "CH " + Str(ch + 1) + " of " + The<Form1>().Combo1.List(device) + ": division \"" +
@@ -40,7 +40,7 @@ private:
 };
 
 /// Twips per unit of value of the channel, into YStep. False: the division is no number, or (next to) 0.
-bool Scale_Channel(Integer device, Integer ch) {
+bool ScaleChannel(Integer device, Integer ch) {
     const std::string& division = ChannelDivision(device, ch);
     if (!IsNumeric(division) || CDbl(division) == 0) return false;
     YStep = static_cast<double>(The<Form1>().draw_pic.Height()) / kTrendRows;
@@ -53,13 +53,13 @@ bool Scale_Channel(Integer device, Integer ch) {
 int Points(Integer device) { return static_cast<int>(std::min<double>(ScanCount(device), kPointsDrawn)); }
 
 /// Moves the history of the channel on by one and puts its latest reading in front.
-void Shift_History(Integer device, Integer ch) {
+void ShiftHistory(Integer device, Integer ch) {
     Table<double, 171>& history = TrendHistory(device, ch);
     for (int i = Points(device); i >= 1; --i) history(i) = history(i - 1);  // Kept: K-history
     history(0) = Val(ScanRow(device, ch));                                  // Kept: K-blank-is-0
 }
 
-void Draw_Trace(Integer device, Integer ch, double offset) {
+void DrawTrace(Integer device, Integer ch, double offset) {
     PictureBox& surface = The<Form1>().draw_pic;
     for (const Integer i : Each(Points(device))) {
         double& delta = TrendDelta(device);
@@ -74,21 +74,21 @@ void Draw_Trace(Integer device, Integer ch, double offset) {
     }
 }
 
-void Draw_Channel(Integer device, Integer ch, Unusable_Settings& unusable) {
+void DrawChannel(Integer device, Integer ch, UnusableSettings& unusable) {
     The<Form1>().draw_pic.SetCurrent(CSng(TrendX(device)), CSng(TrendY(device)));
     Reset_Trend(device);
     // A channel that is off has its division looked at all the same.
     // Kept: K-off-division
-    const bool scaled = Scale_Channel(device, ch);
+    const bool scaled = ScaleChannel(device, ch);
     TrendX(device) = -XStep;  // Kept: K-from-outside
     TrendY(device) = TrendBase(device);
     if (!scaled) unusable.Add(device, ch);
     if (IsOff(ChannelPlan(device, ch))) return;  // Kept: K-row-or-device
-    Shift_History(device, ch);
+    ShiftHistory(device, ch);
     const std::string& offset = ChannelOffset(device, ch);
     if (scaled && Points(device) > 0) {
         if (IsNumeric(offset))
-            Draw_Trace(device, ch, CDbl(offset));
+            DrawTrace(device, ch, CDbl(offset));
         else
             unusable.Add(device, ch);
     }
@@ -100,9 +100,9 @@ void Draw_Channel(Integer device, Integer ch, Unusable_Settings& unusable) {
 void Draw_Trend() {
     const PictureBox::Frames frames(The<Form1>().draw_pic);
     The<Form1>().draw_pic.Cls();
-    Unusable_Settings unusable;
+    UnusableSettings unusable;
     for (const Integer device : Each(DeviceCount))
-        for (const Integer ch : Each(ChannelCount(device))) Draw_Channel(device, ch, unusable);
+        for (const Integer ch : Each(ChannelCount(device))) DrawChannel(device, ch, unusable);
     unusable.Show();
 }
 

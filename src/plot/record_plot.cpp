@@ -19,7 +19,7 @@ constexpr const char* kNoReading = " ";
 constexpr double kOverload = 9.9E+8;  // of a reading; and in twips, the step that is drawn for one beyond it
 constexpr int kGridRows = 10;
 
-bool Is_Channel(const std::string& name) {
+bool IsChannel(const std::string& name) {
     static const std::vector<std::string> channels = [] {
         std::vector<std::string> names;
         for (int k = 1; k <= kChannels; ++k) names.push_back("CH" + Str(k));
@@ -28,9 +28,9 @@ bool Is_Channel(const std::string& name) {
     return std::ranges::find(channels, name) != channels.end();
 }
 
-std::string Not_There(double row) { return "Row " + Str(row) + " is not in the record."; }
+std::string NotThere(double row) { return "Row " + Str(row) + " is not in the record."; }
 
-std::string Holds_Nothing(double row, const std::string& channel) {
+std::string HoldsNothing(double row, const std::string& channel) {
     return "Row " + Str(row) + " holds nothing for " + channel + ".";
 }
 
@@ -40,24 +40,24 @@ void Record_View_Draw::Draw_Record() {
     const int draw = draws_;
     Slider1.SetEnabled(false);
     const double y_scale = Divide(static_cast<double>(draw_pic.Height()) / kGridRows, Val(division_box.Text()));
-    if (!Repair_Rows()) {
+    if (!RepairRows()) {
         MsgBox("The Record is NULL.");
     } else {
         Slider1.SetMax(static_cast<int>(RoundHalfEven(Row_Last)));
         Slider1.SetMin(static_cast<int>(RoundHalfEven(Row_First)));
-        Draw_Rows(draw, y_scale);
+        DrawRows(draw, y_scale);
     }
     if (draws_ == draw) Slider1.SetEnabled(true);
 }
 
 /// Numbers the rows of the record anew and takes the range that is to be drawn. What cannot be drawn is refused here,
 /// while the file can still be left as it was. False: the record has no rows.
-bool Record_View_Draw::Repair_Rows() {
+bool Record_View_Draw::RepairRows() {
     const BusyCursor busy;
     Database::Transaction repair(Record_Db);
     try {
-        if (Record_Rs.RecordCount() != 0) Walk_Rows();
-        if (Record_Rs.RecordCount() != 0) Take_Range();
+        if (Record_Rs.RecordCount() != 0) WalkRows();
+        if (Record_Rs.RecordCount() != 0) TakeRange();
     } catch (const RunTimeError&) {
         repair.Undo();
         throw;
@@ -66,15 +66,15 @@ bool Record_View_Draw::Repair_Rows() {
     return Record_Rs.RecordCount() != 0;
 }
 
-void Record_View_Draw::Walk_Rows() {
-    Require_Record_Columns(Record_Rs);
+void Record_View_Draw::WalkRows() {
+    RequireRecordColumns(Record_Rs);
     Renumber<std::int32_t>(Record_Rs);
     const std::string channel = Combo_chan.Text();
-    if (Is_Channel(channel)) Check_Rows(channel);
+    if (IsChannel(channel)) CheckRows(channel);
 }
 
 /// Refuses a row of the range that cannot be drawn.
-void Record_View_Draw::Check_Rows(const std::string& channel) const {
+void Record_View_Draw::CheckRows(const std::string& channel) const {
     const double first = draw_limit.Value() ? Val(draw_start.Text()) : 1;
     const double last = draw_limit.Value() ? Val(draw_stop.Text()) : std::numeric_limits<double>::max();
     std::string fault;
@@ -84,24 +84,24 @@ void Record_View_Draw::Check_Rows(const std::string& channel) const {
         if (texts[0] != Str(row))  // Kept: K-same-number
             fault = "Row " + Str(row) + " is not found under its number.";
         else if (!texts[1])
-            fault = Holds_Nothing(row, channel);
+            fault = HoldsNothing(row, channel);
         row += 1;
         return fault.empty();
     });
     if (!fault.empty()) throw RunTimeError(kNoCurrentRecord, fault);
 }
 
-void Record_View_Draw::Take_Range() {
+void Record_View_Draw::TakeRange() {
     Record_Rs.MoveLast();
     const auto count = static_cast<double>(Record_Rs.RecordCount());
     Row_First = draw_limit.Value() ? Val(draw_start.Text()) : 1;
     Row_Last = draw_limit.Value() ? Val(draw_stop.Text()) : count;
     if (Row_First == Row_Last) throw RunTimeError(kDivisionByZero, "A line needs two rows, and there is only one.");
-    if (Row_Last > count && Is_Channel(Combo_chan.Text()))
-        throw RunTimeError(kNoCurrentRecord, Not_There(std::max(Row_First, count + 1)));
+    if (Row_Last > count && IsChannel(Combo_chan.Text()))
+        throw RunTimeError(kNoCurrentRecord, NotThere(std::max(Row_First, count + 1)));
 }
 
-void Record_View_Draw::Draw_Rows(int draw, double y_scale) {
+void Record_View_Draw::DrawRows(int draw, double y_scale) {
     const PictureBox::Frames frames(draw_pic);
     Database database = Record_Db;  // another record may be chosen meanwhile
     const double x_step = static_cast<double>(draw_pic.Width()) / (Row_Last - Row_First);
@@ -119,7 +119,7 @@ void Record_View_Draw::Draw_Rows(int draw, double y_scale) {
         y = draw_pic.CurrentY();
     };
     for (Row_Index = Row_First; Row_Index <= Row_Last; Row_Index += 1.0) {
-        t = Stored_Text(database, Row_Index, Combo_chan.Text(), t);  // Kept: K-read-anew
+        t = StoredText(database, Row_Index, Combo_chan.Text(), t);  // Kept: K-read-anew
         const double up = (Val(t) - Val(offset_box.Text())) * y_scale;
         const double d = up - (base - y);
         // Kept: K-gaps
@@ -144,15 +144,15 @@ void Record_View_Draw::Draw_Rows(int draw, double y_scale) {
     }
 }
 
-std::string Record_View_Draw::Stored_Text(Database& database, double row, const std::string& channel,
-                                          const std::string& otherwise) {
-    const bool is_channel = Is_Channel(channel);
+std::string Record_View_Draw::StoredText(Database& database, double row, const std::string& channel,
+                                         const std::string& otherwise) {
+    const bool is_channel = IsChannel(channel);
     const std::vector<std::string> wanted(is_channel ? 1 : 0, channel);
     Record_Rs = database.OpenRecordset("select * from data where NUM='" + Str(row) + "'", wanted);
     if (!is_channel) return otherwise;
-    if (Record_Rs.Bof()) throw RunTimeError(kNoCurrentRecord, Not_There(row));
+    if (Record_Rs.Bof()) throw RunTimeError(kNoCurrentRecord, NotThere(row));
     const std::optional<std::string> text = Record_Rs.Value(channel);
-    if (!text) throw RunTimeError(kInvalidNull, Holds_Nothing(row, channel));
+    if (!text) throw RunTimeError(kInvalidNull, HoldsNothing(row, channel));
     return *text;
 }
 
@@ -162,7 +162,7 @@ void Record_View_Draw::Slider1_Click() {
         Open_Draw_Record(Record_Path);  // Kept: K-cursor
         Row_Index = Slider1.Value();
         Text1.SetText(Str(Row_Index));
-        if (Record_Rs.RecordCount() != 0) show_value.SetText(Stored_Text(Record_Db, Row_Index, Record_Channel, ""));
+        if (Record_Rs.RecordCount() != 0) show_value.SetText(StoredText(Record_Db, Row_Index, Record_Channel, ""));
         Record_Db.Close();
     } catch (const RunTimeError& error) {
         Record_Db.Close();

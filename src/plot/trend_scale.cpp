@@ -29,7 +29,7 @@ void Trend_Step(PictureBox& surface, double x, double y, double dx, double dy, C
     surface.Line(CSng(x), CSng(y), CSng(dx), CSng(dy), colour);  // Kept: K-single
 }
 
-void Place_Marker() {
+void PlaceMarker() {
     Form1& main = The<Form1>();
     // A 14th, where the grid has 15 rows: the marker shows the zero line to within a fraction of a row.
     // Kept: K-14th

@@ -17,6 +17,6 @@ void Reset_Trend(Integer device);
 void Trend_Step(PictureBox& surface, double x, double y, double dx, double dy, Colour colour);
 
 /// Puts the marker of the zero line beside the grid row where it starts.
-void Place_Marker();
+void PlaceMarker();
 
 }  // namespace vantrel

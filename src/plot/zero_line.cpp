@@ -8,7 +8,7 @@ namespace vantrel {
 
 namespace {
 
-void Reset_Trends() {
+void ResetTrends() {
     for (const Integer device : Each(DeviceCount)) Reset_Trend(device);
 }
 
@@ -19,7 +19,7 @@ void Form1::Command1_Click() {
         row_stat.SetTop(row_stat.Top() - draw_pic.Height() / kTrendRows);
         BaseRow -= 1;
     }
-    Reset_Trends();
+    ResetTrends();
 }
 
 void Form1::Command2_Click() {
@@ -27,7 +27,7 @@ void Form1::Command2_Click() {
         row_stat.SetTop(row_stat.Top() + draw_pic.Height() / kTrendRows);
         BaseRow += 1;
     }
-    Reset_Trends();
+    ResetTrends();
 }
 
 }  // namespace vantrel

@@ -8,7 +8,7 @@ namespace vantrel {
 
 namespace {
 
-void Copy_Rows(const MSFlexGrid& from, MSFlexGrid& to) {
+void CopyRows(const MSFlexGrid& from, MSFlexGrid& to) {
     to.SetRows(from.Rows());
     for (int col = 0; col < to.Cols(); ++col)
         for (int row = 2; row < to.Rows(); ++row) to.SetTextMatrix(row, col, from.TextMatrix(row, col));
@@ -28,8 +28,8 @@ void DATA_Table::Form_Load() {
     for (int i = DeviceCount; i < kDevices; ++i) SSTab1.SetTabVisible(i, false);
     SSTab1.SetTab(0);
     for (const Integer d : Each(DeviceCount)) {
-        Lay_Out_Scan_Grid(MSFlexGrid1(d), ChannelCount(d));
-        if (main.MSFlexGrid2(d).Rows() >= 3) Copy_Rows(main.MSFlexGrid2(d), MSFlexGrid1(d));
+        LayOutScanGrid(MSFlexGrid1(d), ChannelCount(d));
+        if (main.MSFlexGrid2(d).Rows() >= 3) CopyRows(main.MSFlexGrid2(d), MSFlexGrid1(d));
     }
 }
 

@@ -36,8 +36,8 @@ void DB_SET::Form_Load() {
 void DB_SET::FillDbCombo(Integer device) {
     filling_ = true;
     Combo1(device).Clear();
-    Offer_Records(Combo1(device));
-    Combo1(device).SetText(Record_Prompt(device));
+    OfferRecords(Combo1(device));
+    Combo1(device).SetText(RecordPrompt(device));
     filling_ = false;
 }
 
@@ -47,7 +47,7 @@ void DB_SET::Form_Activate() {
 
 void DB_SET::Combo1_Change(Integer device) {
     if (filling_) return;
-    Assign_Record(device, Combo1(device).Text(), The<Form1>().Combo1.ListCount());
+    AssignRecord(device, Combo1(device).Text(), The<Form1>().Combo1.ListCount());
 }
 
 void DB_SET::OK_Click() { Unload<DB_SET>(); }

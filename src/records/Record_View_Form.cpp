@@ -33,7 +33,7 @@ Record_View_Form::Record_View_Form() : Window("Record_View_Form", "Record View",
 }
 
 void Record_View_Form::Form_Load() {
-    Lay_Out_Scan_Grid(MSFlexGrid1, kChannels);
+    LayOutScanGrid(MSFlexGrid1, kChannels);
     Command1_Click();
 }
 
@@ -61,7 +61,7 @@ void Record_View_Form::LoadRecord(const std::string& path) {
     Recordset rows = database.OpenRecordset("select * from data");
     MSFlexGrid1.SetRows(kHeadings);
     if (rows.RecordCount() != 0) {
-        Require_Record_Columns(rows);
+        RequireRecordColumns(rows);
         Database::Transaction walk(database);
         Renumber<std::int32_t>(rows);
         walk.Commit();
@@ -87,11 +87,11 @@ void Record_View_Form::LoadRecord(const std::string& path) {
         prev_DB.SetEnabled(false);
         next_DB.SetEnabled(false);
     }
-    Show_Rows(database);
+    ShowRows(database);
     database.Close();
 }
 
-void Record_View_Form::Show_Rows(Database& database) {
+void Record_View_Form::ShowRows(Database& database) {
     const auto first = static_cast<std::int64_t>(RowFrom);
     const auto last = static_cast<std::int64_t>(RowTo);
     for (std::int64_t i = first; i <= last; ++i) {

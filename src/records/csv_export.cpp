@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kFileNumber = 1;
 
-void Write_Grid(MSFlexGrid& grid) {
+void WriteGrid(MSFlexGrid& grid) {
     const Integer last_row = grid.Rows() - 1;
     const int last_col = grid.Cols() - 1;
     std::string line;
@@ -28,9 +28,9 @@ void Write_Grid(MSFlexGrid& grid) {
 
 }  // namespace
 
-void Record_View_Form::Write_Page(const std::string& path) {
+void Record_View_Form::WritePage(const std::string& path) {
     OpenForOutput(path, kFileNumber);
-    Write_Grid(MSFlexGrid1);
+    WriteGrid(MSFlexGrid1);
     CloseFile(kFileNumber);
 }
 
@@ -39,7 +39,7 @@ void Record_View_Form::Command5_Click() {
         CommonDialog1.DefaultExt = "csv";
         CommonDialog1.Filter = "*.csv";
         CommonDialog1.ShowSave();
-        Write_Page(CommonDialog1.FileName);
+        WritePage(CommonDialog1.FileName);
     } catch (const RunTimeError&) {
         // Whatever goes wrong, a cancelled dialog included, ends the export without a word. What an error while writing
         // leaves open keeps the number, so that later exports fail at the opening.

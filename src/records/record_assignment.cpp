@@ -5,16 +5,16 @@
 
 namespace vantrel {
 
-void Offer_Records(ComboBox& combo) {
+void OfferRecords(ComboBox& combo) {
     for (int i = 1; i <= 10; ++i) combo.AddItem("Record" + Str(i));
     combo.AddItem("NONE");
 }
 
-std::string Record_Prompt(Integer device) {
+std::string RecordPrompt(Integer device) {
     return HasRecord(device) ? RecordName(device) : "Please choice a datebase";  // Kept: K-texts
 }
 
-void Assign_Record(Integer device, const std::string& text, int devices) {
+void AssignRecord(Integer device, const std::string& text, int devices) {
     // Kept: K-word-record
     if (!Contains(text, "Record")) {
         RecordName(device) = kNoRecord;

@@ -9,13 +9,13 @@
 namespace vantrel {
 
 /// Adds Record1 to Record10, then "NONE", to a combo's list.
-void Offer_Records(ComboBox& combo);
+void OfferRecords(ComboBox& combo);
 
 /// What a record combo shows for `device`: its record, or the prompt where it has none.
-std::string Record_Prompt(Integer device);
+std::string RecordPrompt(Integer device);
 
 /// Takes `text` as the record of `device`. A text without "Record" means none. A record that another of the first
 /// `devices` devices has is refused with a message, and the device has none.
-void Assign_Record(Integer device, const std::string& text, int devices);
+void AssignRecord(Integer device, const std::string& text, int devices);
 
 }  // namespace vantrel

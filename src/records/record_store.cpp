@@ -49,7 +49,7 @@ void OpenRecord(Integer device) {
     }
 }
 
-void Require_Record_Columns(const Recordset& rows) {
+void RequireRecordColumns(const Recordset& rows) {
     for (const Integer index : Each(kColumns)) rows.Value(ColumnName(index));
 }
 

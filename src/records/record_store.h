@@ -30,6 +30,6 @@ void Renumber(Recordset& rows) {
 
 /// Refuses the rows of a table that is no record's, for want of one of the 22 columns: error 3265. For whoever only
 /// looks at records, before the first change: a foreign database stays as it is.
-void Require_Record_Columns(const Recordset& rows);
+void RequireRecordColumns(const Recordset& rows);
 
 }  // namespace vantrel

@@ -9,7 +9,7 @@ namespace vantrel {
 
 namespace {
 
-void Convert_Current(Integer device, Integer ch) {
+void ConvertCurrent(Integer device, Integer ch) {
     if (!IsCurrent(ChannelPlan(device, ch))) return;  // Kept: K-row-or-device
     const double current = Divide(CDbl(ScanRow(device, ch)), ShuntOhm(device, ch)) + ShuntOffset(device, ch);
     ScanRow(device, ch) = Str(current);  // Kept: K-current-form
@@ -19,7 +19,7 @@ void Convert_Current(Integer device, Integer ch) {
 // Kept: K-blank-cell
 std::string Stored(const std::string& reading) { return reading.empty() ? " " : reading; }
 
-void Append_Row(Integer device) {
+void AppendRow(Integer device) {
     Recordset& rows = RecordRs(device);
     rows.AddNew();
     rows.Set("num", RecordBase(device) + ScanCount(device));  // Kept: K-gap
@@ -37,10 +37,10 @@ void WriteRecord(Integer device) {
     for (const Integer ch : Each(ChannelCount(device))) {
         table.SetCol(ch % 10);
         table.SetRow(ch < 10 ? 1 : 3);
-        Convert_Current(device, ch);
+        ConvertCurrent(device, ch);
         table.SetText(ScanRow(device, ch));
     }
-    if (HasRecord(device) && RecordRs(device).IsSet()) Append_Row(device);  // Kept: K-start-opens
+    if (HasRecord(device) && RecordRs(device).IsSet()) AppendRow(device);  // Kept: K-start-opens
     DoEvents();
 }
 

@@ -11,7 +11,7 @@ constexpr float kChannelWidth = 1500;  // twips
 
 }  // namespace
 
-void Lay_Out_Scan_Grid(MSFlexGrid& grid, int channels) {
+void LayOutScanGrid(MSFlexGrid& grid, int channels) {
     grid.SetCols(channels + 2);
     grid.SetRows(3);
     grid.SetFixed(2, 2);

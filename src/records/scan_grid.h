@@ -7,6 +7,6 @@ namespace vantrel {
 
 /// Gives `grid` its headings: "Scan Cycle", "Time" and one column for each of `channels` channels under two fixed rows,
 /// and one empty row.
-void Lay_Out_Scan_Grid(MSFlexGrid& grid, int channels);
+void LayOutScanGrid(MSFlexGrid& grid, int channels);
 
 }  // namespace vantrel

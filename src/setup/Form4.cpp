@@ -44,7 +44,7 @@ void Form4::Form_Load() {
 
 bool Form4::OneShot() const { return stop_after_n_scan.Value() == 1 && per_scan_interval.Value() != 1; }
 
-void Form4::Allow_Stop_Time(bool allowed) {
+void Form4::AllowStopTime(bool allowed) {
     stop_time.SetEnabled(allowed);
     StopTime.SetEnabled(allowed);
     if (!allowed) stop_time.SetValue(0);
@@ -54,16 +54,16 @@ void Form4::per_scan_interval_Click() {
     // Kept: K-count-box
     stop_after_n_scan.SetCaption(per_scan_interval.Value() == 1 ? "Stop after N scan" : "Scan Count");
     if (per_scan_interval.Value() == 1 && stop_after_n_scan.Value() == 0) {
-        Allow_Stop_Time(true);
+        AllowStopTime(true);
         UpDown1.SetMax(kPacedUpDownLimit);
     } else {
-        Allow_Stop_Time(false);
+        AllowStopTime(false);
         UpDown1.SetMax(kUpDownLimit);
     }
 }
 
 void Form4::stop_after_n_scan_Click() {
-    Allow_Stop_Time(stop_after_n_scan.Value() == 0 && per_scan_interval.Value() == 1);
+    AllowStopTime(stop_after_n_scan.Value() == 0 && per_scan_interval.Value() == 1);
 }
 
 void Form4::UpDown1_Change() { N_SCAN.SetText(Str(UpDown1.Value())); }

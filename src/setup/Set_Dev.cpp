@@ -69,8 +69,8 @@ void Set_Dev::Combo1_dev_Change() {
     if (Dev_Sel == -1) return;  // Kept: K-typed-device
     Grid_Cols = ChannelCount(Dev_Sel) == 10 ? 2 : 4;
     for (const Integer i : Each(ch.Size())) {
-        ch(i).SetWidth(Cell_Width());
-        ch(i).SetLeft(Grid_Fun.Left() + Cell_Width() * (i < 10 ? 1.0F : 3.0F));
+        ch(i).SetWidth(CellWidth());
+        ch(i).SetLeft(Grid_Fun.Left() + CellWidth() * (i < 10 ? 1.0F : 3.0F));
     }
     Set_Grid();
     Reset_Combos();
@@ -78,7 +78,7 @@ void Set_Dev::Combo1_dev_Change() {
     Show_ACI_DCI = true;
 }
 
-float Set_Dev::Cell_Width() const { return Grid_Fun.Width() / static_cast<float>(Grid_Cols); }
+float Set_Dev::CellWidth() const { return Grid_Fun.Width() / static_cast<float>(Grid_Cols); }
 
 void Set_Dev::Set_Grid() {
     Grid_Fun.Clear();
@@ -123,8 +123,8 @@ void Set_Dev::Fill_Combos() {
 }
 
 void Set_Dev::ch_Change(Integer Index) {
-    Show_Sensor_Combo(Index);
-    Pair_Channels();
+    ShowSensorCombo(Index);
+    PairChannels();
     const std::string function = ch(Index).Text();
     Fun_Set(SlotOf(Dev_Sel), Index) = function;  // Kept: K-typed-plan
     if (Plan_Busy) return;                       // Kept: K-late-tips
@@ -140,7 +140,7 @@ void Set_Dev::ch_Change(Integer Index) {
     }
 }
 
-void Set_Dev::Show_Sensor_Combo(Integer Index) {
+void Set_Dev::ShowSensorCombo(Integer Index) {
     ComboBox& function = ch(Index);
     ComboBox& sensor = temp(Index);
     const Sensor kind = SensorOfName(function.Text());
@@ -150,21 +150,21 @@ void Set_Dev::Show_Sensor_Combo(Integer Index) {
         function.SetWidth(Grid_Fun.Width() / static_cast<float>(Grid_Cols * 2));
         sensor.SetWidth(function.Width());
         sensor.SetLeft(function.Left() + function.Width());
-        Offer_Sensor_Types(Index, SensorTypes(kind));
+        OfferSensorTypes(Index, SensorTypes(kind));
     } else if (kind == Sensor::kThermocouple) {
         sensor.Clear();
         sensor.SetVisible(true);
-        function.SetWidth(Cell_Width() - kLetterWidth);
+        function.SetWidth(CellWidth() - kLetterWidth);
         sensor.SetWidth(kLetterWidth);
-        sensor.SetLeft(function.Left() + Cell_Width() - kLetterWidth - 1);
-        Offer_Sensor_Types(Index, SensorTypes(kind));
+        sensor.SetLeft(function.Left() + CellWidth() - kLetterWidth - 1);
+        OfferSensorTypes(Index, SensorTypes(kind));
     } else {
         sensor.SetVisible(false);
-        function.SetWidth(Cell_Width());
+        function.SetWidth(CellWidth());
     }
 }
 
-void Set_Dev::Offer_Sensor_Types(Integer Index, const std::vector<std::string>& names) {
+void Set_Dev::OfferSensorTypes(Integer Index, const std::vector<std::string>& names) {
     bool known = false;
     for (const std::string& name : names) {
         temp(Index).AddItem(name);
@@ -176,7 +176,7 @@ void Set_Dev::Offer_Sensor_Types(Integer Index, const std::vector<std::string>& 
     temp(Index).SetText(Temp_Set(Index));
 }
 
-void Set_Dev::Pair_Channels() {
+void Set_Dev::PairChannels() {
     const int half = ChannelCount(Dev_Sel) / 2;
     for (const Integer i : Each(half)) {
         ch(i).SetEnabled(true);

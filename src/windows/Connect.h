@@ -31,7 +31,7 @@ private:
     void Find_Instruments();
     void Place_Check_Boxes();
     /// Takes the main window's tabs back to how they are without a device.
-    void Reset_Tabs();
+    void ResetTabs();
 };
 
 }  // namespace vantrel

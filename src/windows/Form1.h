@@ -88,7 +88,7 @@ struct Form1 : Window {
 private:
     // Defined in acquire/run_controller.cpp:
     /// `run_controls`: what sets up, starts and stops; `viewers`: See Value and the record assignment.
-    void Switch_Controls(bool run_controls, bool viewers);
+    void SwitchControls(bool run_controls, bool viewers);
 };
 
 }  // namespace vantrel

@@ -31,7 +31,7 @@ struct Form4 : Window {
     bool OneShot() const;
 
 private:
-    void Allow_Stop_Time(bool allowed);
+    void AllowStopTime(bool allowed);
 };
 
 }  // namespace vantrel

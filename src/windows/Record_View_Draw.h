@@ -80,22 +80,22 @@ private:
         std::size_t lines_kept;
     };
     Standing Stand() const;
-    void Return_To(const Standing& standing);
+    void ReturnTo(const Standing& standing);
 
-    bool Check_Fields();
-    bool Check_Range();
+    bool CheckFields();
+    bool CheckRange();
     void Draw();
     /// The steps of Draw, which stop early when a later Draw, or the closing of the dialog, ends this one.
-    void Draw_Chosen(int draw);
+    void DrawChosen(int draw);
 
     // Defined in plot/record_plot.cpp:
-    bool Repair_Rows();
-    void Walk_Rows();
-    void Take_Range();
-    void Check_Rows(const std::string& channel) const;
-    void Draw_Rows(int draw, double y_scale);  ///< `y_scale`: twips per unit of value
+    bool RepairRows();
+    void WalkRows();
+    void TakeRange();
+    void CheckRows(const std::string& channel) const;
+    void DrawRows(int draw, double y_scale);  ///< `y_scale`: twips per unit of value
     /// The text of `channel`, "CH1" to "CH20", in row `row`; `otherwise` for any other channel.
-    std::string Stored_Text(Database& database, double row, const std::string& channel, const std::string& otherwise);
+    std::string StoredText(Database& database, double row, const std::string& channel, const std::string& otherwise);
 
     int draws_ = 0;  ///< Draws so far but for those that failed; closing the dialog counts as one. A later one ends the
                      ///< one under way.

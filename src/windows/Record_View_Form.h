@@ -48,11 +48,11 @@ struct Record_View_Form : Window {
     void Command5_Click();  ///< CSV: the grid as it stands goes into a file
     /// Writes the grid as it stands into the file at `path`, captions first. What cannot be written is a run-time error
     /// and leaves the file open.
-    void Write_Page(const std::string& path);
+    void WritePage(const std::string& path);
 
 private:
     // Defined in records/Record_View_Form.cpp:
-    void Show_Rows(Database& database);
+    void ShowRows(Database& database);
 };
 
 }  // namespace vantrel

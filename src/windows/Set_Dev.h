@@ -51,11 +51,11 @@ struct Set_Dev : Window {
 private:
     void Set_Grid();
     void Reset_Combos();
-    void Show_Sensor_Combo(Integer Index);
-    void Offer_Sensor_Types(Integer Index, const std::vector<std::string>& names);
-    void Pair_Channels();
+    void ShowSensorCombo(Integer Index);
+    void OfferSensorTypes(Integer Index, const std::vector<std::string>& names);
+    void PairChannels();
     /// Width of one grid column in use, twips.
-    float Cell_Width() const;
+    float CellWidth() const;
 };
 
 }  // namespace vantrel

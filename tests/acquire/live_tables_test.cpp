@@ -144,7 +144,7 @@ TEST_F(LiveTables, Lose_their_readings_when_they_are_rebuilt) {
 TEST_F(LiveTables, Of_all_devices_are_rebuilt_together) {
     HaveDevice(0, 10);
     HaveDevice(1, 20);
-    Make_Live_Tables();
+    MakeLiveTables();
     EXPECT_EQ(Cell(0, 0, 0), "CH 1(DCV)");
     EXPECT_EQ(Cell(1, 2, 9), "CH 20(DCV)");
     EXPECT_EQ(Cell(2, 0, 0), "");
@@ -153,7 +153,7 @@ TEST_F(LiveTables, Of_all_devices_are_rebuilt_together) {
 TEST_F(LiveTables, Of_all_devices_are_rebuilt_in_their_order) {
     for (const Integer dev : Each(3)) HaveDevice(dev, 10);
     SlotOf(1) = 5;  // a row beyond the plan
-    EXPECT_EQ(ErrorOf([] { Make_Live_Tables(); }), kSubscript);
+    EXPECT_EQ(ErrorOf([] { MakeLiveTables(); }), kSubscript);
     EXPECT_EQ(Cell(0, 0, 0), "CH 1(DCV)");
     EXPECT_EQ(Cell(2, 0, 0), "");
 }
@@ -191,7 +191,7 @@ TEST_F(LiveTables, Take_any_other_status_for_bad) {
 TEST_F(LiveTables, Of_a_lost_instrument_go_blank_behind_a_dialog) {
     HaveDevice(0, 10);
     HaveDevice(1, 10);
-    Make_Live_Tables();
+    MakeLiveTables();
     The<Form1>().Enable_All();
     VisaStatus = -1073807343;
     user.WhenShown("Form2", [this] { user.Close("Form2"); });

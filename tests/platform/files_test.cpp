@@ -14,13 +14,13 @@
 namespace vantrel {
 namespace {
 
-TEST(App_Path, Is_the_folder_of_the_program_file) {
-    EXPECT_EQ(App_Path(), std::filesystem::canonical("/proc/self/exe").parent_path().string());
+TEST(AppPath, Is_the_folder_of_the_program_file) {
+    EXPECT_EQ(AppPath(), std::filesystem::canonical("/proc/self/exe").parent_path().string());
 }
 
-TEST(App_Path, Can_be_another_folder_for_a_test) {
+TEST(AppPath, Can_be_another_folder_for_a_test) {
     UseAppPath("/somewhere");
-    EXPECT_EQ(App_Path(), "/somewhere");
+    EXPECT_EQ(AppPath(), "/somewhere");
 }
 
 TEST(RecordFilePath, Leads_into_the_folder_db_of_the_program) {

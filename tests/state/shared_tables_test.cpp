@@ -207,7 +207,7 @@ TEST_F(SharedTablesAtTheDesk, Start_of_the_program_touches_no_instrument) {
 
 TEST_F(SharedTablesAtTheDesk, Rebuilding_the_tables_does_nothing_without_a_device) {
     Open();
-    Make_Live_Tables();
+    MakeLiveTables();
     EXPECT_EQ(wire->Calls(), std::vector<std::string>{});
     EXPECT_EQ(user.CellText("Form1", "MSFlexGrid1(0)", 0, 0), "");
     EXPECT_EQ(StopRequested, 0);

@@ -37,7 +37,7 @@ private:
 /// A temporary folder that counts as the program's, with its empty folder `db`.
 class TempAppFolder : public TempFolder {
 public:
-    TempAppFolder() : program_path_(App_Path()) {
+    TempAppFolder() : program_path_(AppPath()) {
         std::filesystem::create_directory(*this / "db");
         UseAppPath(Path());
     }
