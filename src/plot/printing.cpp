@@ -1,6 +1,7 @@
 // The Printer button of the main window.
 
 #include "platform/printer.h"
+#include "platform/toolkit/desktop.h"
 #include "windows/Form1.h"
 
 namespace vantrel {

@@ -1,5 +1,6 @@
 // Draws a channel of a stored record, and reads its values back at the slider.
 
+#include "platform/toolkit/desktop.h"
 #include "platform/toolkit/dialogs.h"
 #include "platform/toolkit/events.h"
 #include "plot/trend_scale.h"
