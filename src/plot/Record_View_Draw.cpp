@@ -41,7 +41,7 @@ void Record_View_Draw::Form_Load() {
     Slider1.SetMax(11);
 }
 
-void Record_View_Draw::Form_Unload() { ++draws_; }
+void Record_View_Draw::Form_Unload() { ++draws; }
 
 void Record_View_Draw::Open_Draw_Record(const std::string& path) {
     Database database = TheDBEngine().OpenDatabase(path);
@@ -111,12 +111,23 @@ bool Record_View_Draw::CheckRange() {
 }
 
 void Record_View_Draw::Draw() {
-    const Standing before = Stand();
-    lines_kept_ = draw_pic.LineCount();
+    const RecordPlotState before = *this;
+    const int slider_min = Slider1.Min();
+    const int slider_max = Slider1.Max();
+    const int slider_value = Slider1.Value();
+    const bool slider_enabled = Slider1.Enabled();
+    lines_kept = draw_pic.LineCount();
     try {
-        DrawChosen(++draws_);
+        DrawChosen(++draws);
     } catch (const RunTimeError& error) {
-        ReturnTo(before);
+        draw_pic.KeepLines(lines_kept);
+        const std::size_t still_kept = std::min(lines_kept, before.lines_kept);  // Clean may have taken lines away
+        static_cast<RecordPlotState&>(*this) = before;
+        lines_kept = still_kept;
+        Slider1.SetMin(slider_min);
+        Slider1.SetMax(slider_max);
+        Slider1.SetValue(slider_value);
+        Slider1.SetEnabled(slider_enabled);
         Refuse(error);
     }
 }
@@ -127,45 +138,12 @@ void Record_View_Draw::DrawChosen(int draw) {
     Record_Path = path;
     Record_Channel = Combo_chan.Text();
     Draw_Record();  // Kept: K-laid-over
-    if (draws_ == draw) Slider1_Click();
-}
-
-Record_View_Draw::Standing Record_View_Draw::Stand() const {
-    return {.database = Record_Db,
-            .rows = Record_Rs,
-            .path = Record_Path,
-            .channel = Record_Channel,
-            .row_index = Row_Index,
-            .row_first = Row_First,
-            .row_last = Row_Last,
-            .slider_min = Slider1.Min(),
-            .slider_max = Slider1.Max(),
-            .slider_value = Slider1.Value(),
-            .slider_enabled = Slider1.Enabled(),
-            .draws = draws_,
-            .lines_kept = lines_kept_};
-}
-
-void Record_View_Draw::ReturnTo(const Standing& standing) {
-    Record_Db = standing.database;
-    Record_Rs = standing.rows;
-    Record_Path = standing.path;
-    Record_Channel = standing.channel;
-    Row_Index = standing.row_index;
-    Row_First = standing.row_first;
-    Row_Last = standing.row_last;
-    Slider1.SetMin(standing.slider_min);
-    Slider1.SetMax(standing.slider_max);
-    Slider1.SetValue(standing.slider_value);
-    Slider1.SetEnabled(standing.slider_enabled);
-    draws_ = standing.draws;
-    draw_pic.KeepLines(lines_kept_);
-    lines_kept_ = std::min(lines_kept_, standing.lines_kept);  // Clean may have taken all lines away meanwhile
+    if (draws == draw) Slider1_Click();
 }
 
 void Record_View_Draw::Command2_Click() {
     draw_pic.Cls();
-    lines_kept_ = 0;
+    lines_kept = 0;
 }
 
 void Record_View_Draw::Command3_Click() { Unload<Record_View_Draw>(); }

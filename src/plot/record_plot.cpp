@@ -38,7 +38,7 @@ std::string HoldsNothing(double row, const std::string& channel) {
 }  // namespace
 
 void Record_View_Draw::Draw_Record() {
-    const int draw = draws_;
+    const int draw = draws;
     Slider1.SetEnabled(false);
     const double y_scale = Divide(static_cast<double>(draw_pic.Height()) / kGridRows, Val(division_box.Text()));
     if (!RepairRows()) {
@@ -48,7 +48,7 @@ void Record_View_Draw::Draw_Record() {
         Slider1.SetMin(static_cast<int>(RoundHalfEven(Row_First)));
         DrawRows(draw, y_scale);
     }
-    if (draws_ == draw) Slider1.SetEnabled(true);
+    if (draws == draw) Slider1.SetEnabled(true);
 }
 
 /// Numbers the rows of the record anew and takes the range that is to be drawn. What cannot be drawn is refused here,
@@ -141,7 +141,7 @@ void Record_View_Draw::DrawRows(int draw, double y_scale) {
         }
         p = t;
         DoEvents();
-        if (draws_ != draw) return;
+        if (draws != draw) return;
     }
 }
 

@@ -12,7 +12,24 @@ namespace vantrel {
 /// The drawn background of the record plot: 10 columns by 10 rows, 583 by 334 pixels.
 Drawing RecordPlotBackground();
 
-struct Record_View_Draw : Window {
+/// Which record is drawn, and how far. A Draw that fails puts it back as it was, so that a Draw in whose yield it was
+/// pressed goes on.
+struct RecordPlotState {
+    Database Record_Db;          ///< the database open at present
+    Recordset Record_Rs;         ///< the recordset in use
+    std::string Record_Path;     ///< full path of the record of the last Draw; empty before the first
+    std::string Record_Channel;  ///< text of Combo_chan at the last Draw
+
+    double Row_Index = 0;  ///< the row that is drawn or read
+    double Row_First = 0;  ///< of the range that is drawn
+    double Row_Last = 0;
+
+    int draws = 0;  ///< Draws so far but for those that failed; closing the dialog counts as one. A later one ends the
+                    ///< one under way.
+    std::size_t lines_kept = 0;  ///< lines on draw_pic that do not belong to the Draw under way
+};
+
+struct Record_View_Draw : Window, RecordPlotState {
     Record_View_Draw();
 
     Frame Frame1{*this, "Frame1", {240, 120, 7455, 2295}, "Setting"};
@@ -39,15 +56,6 @@ struct Record_View_Draw : Window {
     TextBox Text1{*this, "Text1", {360, 8160, 375, 285}, "1"};
     TextBox show_value{*this, "show_value", {240, 8520, 8775, 375}};
 
-    Database Record_Db;          ///< the database open at present
-    Recordset Record_Rs;         ///< the recordset in use
-    std::string Record_Path;     ///< full path of the record of the last Draw; empty before the first
-    std::string Record_Channel;  ///< text of Combo_chan at the last Draw
-
-    double Row_Index = 0;  ///< the row that is drawn or read
-    double Row_First = 0;  ///< of the range that is drawn
-    double Row_Last = 0;
-
     // Defined in plot/Record_View_Draw.cpp:
     void Form_Load() override;
     void Form_Unload() override;
@@ -68,20 +76,6 @@ struct Record_View_Draw : Window {
 
 private:
     // Defined in plot/Record_View_Draw.cpp:
-    /// What a Draw that fails leaves as it found it. So a Draw in the yield of which it was pressed goes on.
-    struct Standing {
-        Database database;
-        Recordset rows;
-        std::string path, channel;
-        double row_index, row_first, row_last;
-        int slider_min, slider_max, slider_value;
-        bool slider_enabled;
-        int draws;
-        std::size_t lines_kept;
-    };
-    Standing Stand() const;
-    void ReturnTo(const Standing& standing);
-
     bool CheckFields();
     bool CheckRange();
     void Draw();
@@ -96,10 +90,6 @@ private:
     void DrawRows(int draw, double y_scale);  ///< `y_scale`: twips per unit of value
     /// The text of `channel`, "CH1" to "CH20", in row `row`; `otherwise` for any other channel.
     std::string StoredText(Database& database, double row, const std::string& channel, const std::string& otherwise);
-
-    int draws_ = 0;  ///< Draws so far but for those that failed; closing the dialog counts as one. A later one ends the
-                     ///< one under way.
-    std::size_t lines_kept_ = 0;  ///< lines on draw_pic that do not belong to the Draw under way
 };
 
 }  // namespace vantrel
