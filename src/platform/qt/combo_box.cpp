@@ -34,7 +34,7 @@ public:
         connect(lineEdit(), &QLineEdit::textChanged, this, &ComboWidget::Fit);
         QWidget* list = view()->parentWidget();
         for (QWidget* part : {list, view()->viewport()})
-            WatchEvents(part, this, [this](QObject*, QEvent* event) { return EndsOpeningClick(*event); });
+            WatchEvents(part, &watch_, [this](QObject*, QEvent* event) { return EndsOpeningClick(*event); });
     }
 
     /// The entry that Qt holds for the current one, without a signal and without a change of the field.
@@ -93,6 +93,7 @@ private:
 
     quint64 press_time_ = 0;  // ms, as the window system counts
     QPointF press_place_;     // on the screen
+    QObject watch_;           // ends with this class: the list gets events still while its base is destroyed
 };
 
 ComboWidget& ComboOf(QWidget* widget) { return *static_cast<ComboWidget*>(widget); }
