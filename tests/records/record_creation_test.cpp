@@ -4,6 +4,7 @@
 #include "support/child_process.h"
 #include "support/errors.h"
 #include "support/file_calls.h"
+#include "support/rounds.h"
 #include "support/temp_folder.h"
 #include "support/texts.h"
 
@@ -107,24 +108,26 @@ std::string Journal() {
 }
 
 TEST_F(RecordCreation, That_loses_its_power_leaves_no_record_or_a_whole_one_and_the_next_Start_works) {
-    constexpr int kRounds = 40;
-    std::mt19937 chance(1);
+    const Rounds rounds(240);
     const TempAppFolder folder;
     WriteFileBytes(folder / "db/Record1.mdb-journal", Journal());  // of a record that was deleted
     const FileCalls calls(folder / "db");
     ASSERT_EQ(Start(), 0);
     const int changes = calls.Changes();
     EXPECT_GE(changes, 5);
-    for (int change = 0; change <= changes; ++change)
-        for (int round = 0; round < kRounds; ++round) {
-            const TempAppFolder after;
-            calls.PowerCut(change, chance, after / "db");
-            const Texts found = Entries(after / "db");
-            const bool is_made = found == Texts{"Record1.mdb"};
-            ASSERT_TRUE(is_made || change < changes);  // Start had returned
-            ASSERT_EQ(Start(), 0) << "power cut before change " << change << ", with " << testing::PrintToString(found);
-            ASSERT_EQ(Entries(after / "db"), Texts{"Record1.mdb"});
-        }
+    for (const int round : rounds) {
+        SCOPED_TRACE(rounds.Text(round));
+        std::mt19937 chance = rounds.Chance(round);
+        // Each moment in its turn, so that all are met.
+        const int change = round % (changes + 1);
+        const TempAppFolder after;
+        calls.PowerCut(change, chance, after / "db");
+        const Texts found = Entries(after / "db");
+        const bool is_made = found == Texts{"Record1.mdb"};
+        ASSERT_TRUE(is_made || change < changes);  // Start had returned
+        ASSERT_EQ(Start(), 0) << "power cut before change " << change << ", with " << testing::PrintToString(found);
+        ASSERT_EQ(Entries(after / "db"), Texts{"Record1.mdb"});
+    }
 }
 
 TEST_F(RecordCreation, In_several_programs_at_once_makes_one_record_and_tells_the_others_that_it_exists) {
