@@ -27,7 +27,7 @@ struct ResourceName {
 /// resource name.
 std::optional<ResourceName> ParseResourceName(std::string_view name);
 
-/// Whether both name the same resource. What is no resource name is compared without regard to case.
+/// Whether both name the same resource. What is not a resource name is compared without regard to case.
 bool SameResource(std::string_view a, std::string_view b);
 
 }  // namespace vantrel::bench

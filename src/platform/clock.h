@@ -8,7 +8,7 @@
 
 namespace vantrel {
 
-/// A moment, to the millisecond. The default, 0, is no moment that a clock shows.
+/// A moment, to the millisecond. The default, 0, is not a moment that a clock shows.
 struct DateTime {
     std::int64_t ms = 0;  ///< milliseconds since 1970-01-01 00:00:00 UTC
     auto operator<=>(const DateTime&) const = default;

@@ -85,9 +85,9 @@ public:
 
     /// Numbers the rows of the table 1, 2, 3 ... in stored order, as a walk over them would: a row with Null in
     /// `column` is removed, a text that is the row's number, however it is written, stays as it is, any other is
-    /// replaced. A text that is no number: error 13; more than `most` rows: error 6; what the walk did before it stays
-    /// done. The set is then all rows, those too that others have added meanwhile, and stands behind the last. To be
-    /// called inside a Transaction. Rows that are right already are not touched, and it costs one reading of the
+    /// replaced. A text that is not a number: error 13; more than `most` rows: error 6; what the walk did before it
+    /// stays done. The set is then all rows, those too that others have added meanwhile, and stands behind the last. To
+    /// be called inside a Transaction. Rows that are right already are not touched, and it costs one reading of the
     /// column, or nothing as long as the file has not changed since the last one.
     void Renumber(const std::string& column, std::int64_t most);
     /// Reads `columns` of the table's rows in one go, in stored order, from row number `first` on, counted from 1,
@@ -113,7 +113,7 @@ public:
     explicit Database(std::shared_ptr<engine::Connection> connection) : connection_(std::move(connection)) {}
 
     /// Adds a table (`database.TableDefs.Append(table)`, said in one call). One of that name exists: error 3010. A
-    /// field that is no text: 3259.
+    /// field that is not text: 3259.
     void AppendTableDef(const TableDef& table);
     /// `source`: "select * from <table>" or the same with "where <column>='<text>'"; any case and spacing;
     /// else error 3075. No such table: 3078, no such column: 3265. A row of a column that numbers the rows 1, 2, 3 ...
@@ -151,7 +151,7 @@ public:
     /// with all that was written to it until then; nobody else sees it before, and without Close it never is. A file
     /// that exists, or that another program is just making: error 3204. A missing folder: 3044. A name that no file can
     /// have: 3055. Not permitted: 3051. Each of them, and a full disk (3026), may also be raised by Close; then there
-    /// is no file.
+    /// is not a file.
     Database CreateDatabase(const std::string& path, const std::string& locale, int option);
     /// Opens an existing file, shared and writable. Missing: 3024. No database (an empty file is none): 3343, and the
     /// file stays as it was. A folder, or file or folder not writable: 3051. Being deleted: 3045. Locked: 3260.

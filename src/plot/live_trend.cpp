@@ -39,7 +39,7 @@ private:
     std::string lines_;
 };
 
-/// Twips per unit of value of the channel, into YStep. False: the division is no number, or (next to) 0.
+/// Twips per unit of value of the channel, into YStep. False: the division is not a number, or (next to) 0.
 bool ScaleChannel(Integer device, Integer ch) {
     const std::string& division = ChannelDivision(device, ch);
     if (!IsNumeric(division) || CDbl(division) == 0) return false;

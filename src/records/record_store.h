@@ -19,16 +19,16 @@ void OpenRecord(Integer device);
 void CloseRecord(Integer device);
 
 /// Numbers the rows of a record 1, 2, 3 ... in stored order and removes those without a number. `Counter`, an
-/// integer type, counts the rows: one of 16 bits raises error 6 past 32767 rows. A number text that is no number raises
-/// error 13. What was set right before an error stays so. To be called inside a transaction, for one commit of the
-/// whole.
+/// integer type, counts the rows: one of 16 bits raises error 6 past 32767 rows. A number text that is not a number
+/// raises error 13. What was set right before an error stays so. To be called inside a transaction, for one commit of
+/// the whole.
 template <class Counter>
 void Renumber(Recordset& rows) {
     static_assert(std::numeric_limits<Counter>::is_integer);
     rows.Renumber("num", std::numeric_limits<Counter>::max());  // Kept: K-renumber, K-same-number
 }
 
-/// Refuses the rows of a table that is no record's, for want of one of the 22 columns: error 3265. For whoever only
+/// Refuses the rows of a table that is not a record's, for want of one of the 22 columns: error 3265. For whoever only
 /// looks at records, before the first change: a foreign database stays as it is.
 void RequireRecordColumns(const Recordset& rows);
 

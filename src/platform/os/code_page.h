@@ -14,7 +14,7 @@ public:
     CodePage(const CodePage&) = delete;
     CodePage& operator=(const CodePage&) = delete;
 
-    /// `character`, one character as UTF-8, as one byte; "?" for what is no character or not in the page.
+    /// `character`, one character as UTF-8, as one byte; "?" for what is not a character or not in the page.
     char Byte(std::string_view character) const;
 
 private:

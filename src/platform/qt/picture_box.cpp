@@ -17,7 +17,7 @@ namespace vantrel {
 
 namespace {
 
-/// A line between two whole pixels. They may lie anywhere, so they are no integers.
+/// A line between two whole pixels. They may lie anywhere, so they are not integers.
 struct PixelLine {
     double x0, y0, x1, y1;
     QRgb colour;

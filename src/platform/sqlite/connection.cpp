@@ -182,7 +182,7 @@ std::string Connection::CheckFormat(const std::string& path) const {
 void Connection::Configure(std::string_view header) {
     sqlite3_busy_handler(database_, WaitForLock, nullptr);
     sqlite3_db_config(database_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    Run(kAnyTable);  // fails, and writes nothing, if the rest is no database after all
+    Run(kAnyTable);  // fails, and writes nothing, if the rest is not a database after all
     if (HasWriteAheadLog(header)) {
         Statement journal = Prepare("pragma journal_mode=delete");
         if (!journal.Step() || journal.View(0) != "delete") throw RunTimeError(kLockedByOther);

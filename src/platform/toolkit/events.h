@@ -2,7 +2,7 @@
 //
 // What a user does reaches a handler through the dispatcher, which ends the program on a run-time error. What the
 // program does to a control (SetText, SetListIndex, SetValue) runs the handler as a plain nested call, at once. A
-// handler that is not set is no event. One thread; nothing of the toolkit may be called from another.
+// handler that is not set is not an event. One thread; nothing of the toolkit may be called from another.
 #pragma once
 
 #include <functional>

@@ -12,7 +12,7 @@ namespace vantrel {
 
 /// Adds a line to a file for each viOpen, viWrite and viRead, in the format that bench/README.md describes. Each line
 /// is in the file when the call returns. The log never ends or holds up a run: a file that cannot be written, or that
-/// is no ordinary file, is told once on the standard error, and nothing more is logged.
+/// is not an ordinary file, is told once on the standard error, and nothing more is logged.
 class WireLog {
 public:
     /// Without a file (nullptr or an empty name) nothing is logged.
