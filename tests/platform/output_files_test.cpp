@@ -170,7 +170,8 @@ TEST_F(OutputFile, Can_be_a_device) {
 
 TEST_F(OutputFile, That_is_a_device_which_is_not_ready_is_an_error_and_not_waited_for) {
     const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
-    ASSERT_EQ(grantpt(terminal) | unlockpt(terminal), 0);
+    if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0)
+        GTEST_SKIP() << "this machine has no pseudo terminals";
     OpenForOutput(ptsname(terminal), 1);
     EXPECT_EQ(PrintError(kMoreThanABuffer), kDeviceIo);  // nobody takes it at the other end
     close(terminal);
