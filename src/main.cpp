@@ -1,5 +1,6 @@
 #include "platform/command_line.h"
 #include "platform/files.h"
+#include "platform/os/program.h"
 #include "platform/toolkit/events.h"
 #include "records/record_folder.h"
 #include "windows/Form1.h"
@@ -8,8 +9,9 @@
 
 int main(int argc, char** argv) {
     using namespace vantrel;
-    const CommandLine line = ReadCommandLine({argv + 1, argv + argc});
+    const CommandLine line = ReadCommandLine(os::Arguments(argc, argv));
     if (line.exit_status) {
+        os::ShowOutput();
         std::fputs(line.answer.c_str(), *line.exit_status == 0 ? stdout : stderr);
         return *line.exit_status;
     }

@@ -2,10 +2,10 @@
 
 #include "platform/errors.h"
 #include "platform/open_file.h"
+#include "platform/os/file.h"
 #include "platform/os/program.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace vantrel {
 
@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::string_view kRecordExtension = ".mdb";
 constexpr std::string_view kLongestCompanion = "-journal";  // what the engine sets behind a file's name
-constexpr std::size_t kLongestFileName = 255;
 
 std::string& CurrentAppPath() {
     static std::string path = os::ProgramFolder();
@@ -25,12 +24,10 @@ bool IsNoFileNameCharacter(char c) {
     return static_cast<unsigned char>(c) < ' ' || c == '\x7f' || kForbidden.find(c) != std::string_view::npos;
 }
 
-/// Refuses every name with which a path could lead out of its folder.
+/// Refuses every name that no entry can bear, or with which a path could lead out of its folder.
 void CheckEntryName(const std::string& name) {
-    constexpr std::string_view kSeparators("/\\\0", 3);
-    const bool is_good = !name.empty() && name != "." && name != ".." &&
-                         name.size() <= kLongestFileName - kLongestCompanion.size() &&
-                         name.find_first_of(kSeparators) == std::string::npos;
+    const bool is_good = os::IsFileName(name) && os::IsFileName(name + std::string(kLongestCompanion)) &&
+                         name.find('\\') == std::string::npos;
     if (!is_good) throw RunTimeError(kNotAValidName);
 }
 
@@ -43,8 +40,7 @@ void UseAppPath(const std::string& folder) { CurrentAppPath() = folder; }
 std::string DbFolder() { return AppPath() + "/db"; }
 
 DbFolderState StateOfDbFolder() {
-    std::error_code fault;
-    if (!std::filesystem::is_directory(os::PathOf(DbFolder()), fault)) return DbFolderState::kMissing;
+    if (!os::IsFolder(DbFolder())) return DbFolderState::kMissing;
     return os::MayMakeFilesIn(DbFolder()) ? DbFolderState::kUsable : DbFolderState::kNotWritable;
 }
 
@@ -61,29 +57,19 @@ std::string RecordFilePath(const std::string& name) {
 }
 
 std::vector<std::string> DbEntries() {
-    std::vector<std::string> entries;
-    std::error_code fault;
-    std::filesystem::directory_iterator entry(os::PathOf(DbFolder()), fault);
-    for (; !fault && entry != std::filesystem::directory_iterator(); entry.increment(fault)) {
-        const std::string name = os::TextOf(entry->path().filename());
-        if (name.ends_with(kRecordExtension)) entries.push_back(name);
-    }
+    std::vector<std::string> entries = os::NamesIn(DbFolder());
+    std::erase_if(entries, [](const std::string& name) { return !name.ends_with(kRecordExtension); });
     return entries;
 }
 
-bool FileExists(const std::string& path) {
-    std::error_code fault;
-    const std::filesystem::file_status status = std::filesystem::status(os::PathOf(path), fault);
-    return std::filesystem::exists(status) && !std::filesystem::is_directory(status);
-}
+bool FileExists(const std::string& path) { return os::IsFile(path); }
 
 void Kill(const std::string& path) {
     if (!FileExists(path)) throw RunTimeError(kFileNotFound);
     const SoleUse nobody_elses(path);
     // The database goes before its journal: the other way round a power cut between the two would leave a database
     // that is half written and cannot be repaired.
-    std::error_code fault;
-    if (!std::filesystem::remove(os::PathOf(path), fault)) throw RunTimeError(kPermissionDenied);
+    if (!os::Delete(path)) throw RunTimeError(kPermissionDenied);
     DeleteLeftovers(path);
 }
 

@@ -58,9 +58,13 @@ SoleUse::SoleUse(const std::string& path) {
 }
 
 void DeleteLeftovers(const std::string& path) {
-    std::error_code is_not_there;
-    for (const char* ending : {"-journal", "-wal", "-shm"})
-        std::filesystem::remove(os::PathOf(path + ending), is_not_there);
+    for (const char* ending : {"-journal", "-wal", "-shm"}) os::Delete(path + ending);
+}
+
+void DeleteEmptyJournal(const std::string& path) {
+    const std::string journal = path + "-journal";
+    os::File file;
+    if (file.Open(journal, os::File::Use::kAlone) == os::Fault::kNone && file.Stamp().size == 0) os::Delete(journal);
 }
 
 }  // namespace vantrel

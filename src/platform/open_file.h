@@ -50,4 +50,7 @@ private:
 /// as it would be played back into the next one of that name.
 void DeleteLeftovers(const std::string& path);
 
+/// Deletes the journal of the database at `path` if it is empty and nobody has it open.
+void DeleteEmptyJournal(const std::string& path);
+
 }  // namespace vantrel

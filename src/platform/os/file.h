@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vantrel::os {
 
@@ -83,8 +84,32 @@ private:
     std::intptr_t handle_ = kNone;  // whatever the system knows an open file by
 };
 
+/// True if a file can bear `name` here, the last part of a path: not empty, of characters that names are made of, not
+/// too long, and not kept by the system for something else.
+bool IsFileName(const std::string& name);
+
+/// True for a file of any kind but a folder at `path`: hidden, read-only and system files count.
+bool IsFile(const std::string& path);
+/// True for a folder at `path`.
+bool IsFolder(const std::string& path);
+
+/// The names of what `folder` holds, in the order in which the system lists them. None for a folder that cannot be
+/// read.
+std::vector<std::string> NamesIn(const std::string& folder);
+
+/// Deletes the file at `path`, which this program may have open kAlone or kNew. False if it is not there or may not be
+/// deleted.
+bool Delete(const std::string& path);
+
+/// The path of the file itself, from the root on, whatever link leads to it; empty where `path` leads to no file.
+std::string TruePath(const std::string& path);
+
 /// True if this user may make files in `folder`.
 bool MayMakeFilesIn(const std::string& folder);
+
+/// True if what was made, renamed and deleted in a folder can be brought to the disk by a sync of it. Where it cannot,
+/// a deleted file may be back after a power cut.
+bool CanSyncFolders();
 
 /// A path for the standard library, which takes a plain text for one in the system's 8-bit code page.
 inline std::filesystem::path PathOf(std::string_view path) { return std::u8string(path.begin(), path.end()); }

@@ -5,7 +5,6 @@
 #include "platform/files.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <iterator>
 
 namespace vantrel::engine {
@@ -132,15 +131,14 @@ void Statement::Read(int column, Text* value) const {
 
 Connection::Connection(const std::string& path) : file_(OpenFile::Hold(path)) {
     // The journal lies beside the file itself, whatever link leads to it.
-    std::error_code fault;
-    const std::filesystem::path whole_path = std::filesystem::canonical(os::PathOf(path), fault);
-    if (fault) throw RunTimeError(kFileMissing);
-    const std::string file = os::TextOf(whole_path);
-    const std::string header = CheckFormat(file);
+    path_ = os::TruePath(path);
+    if (path_.empty()) throw RunTimeError(kFileMissing);
+    const std::string header = CheckFormat(path_);
     // Without the right to make a journal every write would fail later.
-    if (!os::MayMakeFilesIn(os::TextOf(whole_path.parent_path()))) throw RunTimeError(kNoPermission);
+    const std::string folder = os::TextOf(os::PathOf(path_).parent_path());
+    if (!os::MayMakeFilesIn(folder)) throw RunTimeError(kNoPermission);
     try {
-        Open(file);
+        Open(path_);
         if (sqlite3_db_readonly(database_, "main") != 0) throw RunTimeError(kNoPermission);
         Configure(header);
     } catch (...) {
@@ -150,7 +148,7 @@ Connection::Connection(const std::string& path) : file_(OpenFile::Hold(path)) {
 }
 
 Connection::Connection(const std::string& path, std::unique_ptr<os::NewFile> file)
-    : new_path_(path), new_file_(std::move(file)) {
+    : path_(path), new_file_(std::move(file)) {
     try {
         Open(":memory:");
         Run("pragma user_version=1");  // a database from the start, without any table too
@@ -188,6 +186,8 @@ void Connection::Configure(std::string_view header) {
         if (!journal.Step() || journal.View(0) != "delete") throw RunTimeError(kLockedByOther);
     }
     Run("pragma synchronous=extra");
+    // Where the deletion of a journal cannot be brought to the disk, the journal is emptied at each commit.
+    if (!os::CanSyncFolders()) Run("pragma journal_mode=truncate");
 }
 
 void Connection::Close() noexcept {
@@ -197,6 +197,7 @@ void Connection::Close() noexcept {
         statements_.clear();
         sqlite3_close(database_);
         database_ = nullptr;
+        if (!os::CanSyncFolders() && !IsNew()) DeleteEmptyJournal(path_);
     }
     file_.reset();
     new_file_.reset();
@@ -211,7 +212,7 @@ void Connection::Finish() {
     const std::unique_ptr<os::NewFile> file = std::move(new_file_);
     Close();
     if (bytes == nullptr) throw RunTimeError(kEngineOther);
-    DeleteLeftovers(new_path_);  // of an earlier database of this name
+    DeleteLeftovers(path_);  // of an earlier database of this name
     RequireMade(file->Finish({reinterpret_cast<const char*>(bytes.get()), static_cast<std::size_t>(size)}));
 }
 

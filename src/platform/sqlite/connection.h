@@ -125,7 +125,7 @@ private:
     void Configure(std::string_view header);
 
     std::shared_ptr<OpenFile> file_;
-    std::string new_path_;
+    std::string path_;  // of the file itself, as the engine takes it; of a new one, where it is to lie
     std::unique_ptr<os::NewFile> new_file_;
     sqlite3* database_ = nullptr;
     int changes_before_ = 0;  // of the open transaction

@@ -1,12 +1,12 @@
 #include "platform/visa.h"
 
 #include "platform/os/library.h"
+#include "platform/os/program.h"
 #include "platform/visa/loader.h"
 #include "platform/visa/wire_log.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -32,7 +32,7 @@ const VisaEntryPoints& Table() {
 
 /// The log that the environment asks for.
 WireLog& Log() {
-    static WireLog log(std::getenv("VANTREL_WIRE_LOG"));
+    static WireLog log(os::Environment("VANTREL_WIRE_LOG").value_or("").c_str());
     return log;
 }
 

@@ -1,6 +1,7 @@
 #include "platform/visa/wire_log.h"
 
 #include "platform/clock.h"
+#include "platform/os/file.h"
 
 #include <filesystem>
 #include <iostream>
@@ -50,13 +51,13 @@ std::string StatusText(ViStatus status) {
 WireLog::WireLog(const char* file) : name_(file != nullptr ? file : "") {
     if (name_.empty()) return;
     std::error_code fault;
-    const auto kind = std::filesystem::status(name_, fault).type();
+    const auto kind = std::filesystem::status(os::PathOf(name_), fault).type();
     // A pipe without a reader would hold the run up.
     if (kind != std::filesystem::file_type::regular && kind != std::filesystem::file_type::not_found) {
         GiveUp();
         return;
     }
-    file_.open(name_, std::ios::app | std::ios::binary);
+    file_.open(os::PathOf(name_), std::ios::app | std::ios::binary);
     Write(Stamp(Now()) + " begins");
 }
 

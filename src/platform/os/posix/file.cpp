@@ -156,6 +156,45 @@ Fault File::Write(std::string_view bytes) {
 
 Fault File::Sync() { return fsync(Descriptor(handle_)) == 0 ? Fault::kNone : FaultOf(errno); }
 
+bool IsFileName(const std::string& name) {
+    constexpr std::size_t kLongest = 255;
+    constexpr std::string_view kForbidden("/\0", 2);
+    return !name.empty() && name != "." && name != ".." && name.size() <= kLongest &&
+           name.find_first_of(kForbidden) == std::string::npos;
+}
+
+bool IsFile(const std::string& path) {
+    std::error_code fault;
+    const std::filesystem::file_status status = std::filesystem::status(path, fault);
+    return std::filesystem::exists(status) && !std::filesystem::is_directory(status);
+}
+
+bool IsFolder(const std::string& path) {
+    std::error_code fault;
+    return std::filesystem::is_directory(path, fault);
+}
+
+std::vector<std::string> NamesIn(const std::string& folder) {
+    std::vector<std::string> names;
+    std::error_code fault;
+    std::filesystem::directory_iterator entry(folder, fault);
+    for (; !fault && entry != std::filesystem::directory_iterator(); entry.increment(fault))
+        names.push_back(entry->path().filename().string());
+    return names;
+}
+
+bool Delete(const std::string& path) {
+    std::error_code fault;
+    return std::filesystem::remove(path, fault);
+}
+
+std::string TruePath(const std::string& path) {
+    std::error_code fault;
+    return std::filesystem::canonical(path, fault).string();
+}
+
+bool CanSyncFolders() { return true; }
+
 bool MayMakeFilesIn(const std::string& folder) { return access(folder.c_str(), W_OK | X_OK) == 0; }
 
 }  // namespace vantrel::os
