@@ -1,0 +1,36 @@
+#include "platform/os/library.h"
+
+#include "platform/os/program.h"
+#include "platform/os/windows/text.h"
+
+#include <algorithm>
+#include <windows.h>
+
+namespace vantrel::os {
+
+std::vector<std::string> VisaLibraryNames() {
+    constexpr bool kHas64Bits = sizeof(void*) == 8;
+    std::vector<std::string> names;
+    // The loader has no list of folders that come before the system's own, where an installed library lies.
+    if (const auto named = Environment("VANTREL_VISA")) names.push_back(*named);
+    names.emplace_back(kHas64Bits ? "visa64.dll" : "visa32.dll");
+    return names;
+}
+
+void* OpenLibrary(const std::string& name) {
+    // Not from the folder that happens to be the current one, and without a message of the system's if it fails.
+    SetDllDirectoryW(L"");
+    DWORD mode = 0;
+    SetThreadErrorMode(SEM_FAILCRITICALERRORS, &mode);
+    std::wstring file = Wide(name);
+    std::ranges::replace(file, L'/', L'\\');
+    const HMODULE library = LoadLibraryW(file.c_str());
+    SetThreadErrorMode(mode, nullptr);
+    return library;
+}
+
+void* FindRoutine(void* library, const char* name) {
+    return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library), name));
+}
+
+}  // namespace vantrel::os

@@ -1,0 +1,81 @@
+#include "platform/os/program.h"
+
+#include "platform/os/windows/text.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <shellapi.h>
+#include <windows.h>
+
+namespace vantrel::os {
+
+namespace {
+
+/// The environment variable `name`; empty where it is not set.
+std::wstring Variable(const std::wstring& name) {
+    return Given([&](wchar_t* text, DWORD room) { return GetEnvironmentVariableW(name.c_str(), text, room); });
+}
+
+/// The system's command interpreter.
+std::wstring Interpreter() {
+    const std::wstring named = Variable(L"ComSpec");
+    if (!named.empty()) return named;
+    return Given([](wchar_t* text, DWORD room) { return GetSystemDirectoryW(text, room); }) + L"\\cmd.exe";
+}
+
+}  // namespace
+
+std::vector<std::string> Arguments(int, char**) {
+    int count = 0;
+    wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
+    std::vector<std::string> arguments;
+    for (int i = 1; i < count; ++i) arguments.push_back(Narrow(words[i]));
+    LocalFree(words);
+    return arguments;
+}
+
+std::optional<std::string> Environment(const char* name) {
+    std::wstring text = Variable(Wide(name));
+    if (text.empty()) return std::nullopt;
+    return Narrow(text);
+}
+
+void ShowOutput() {
+    const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+    if (output != nullptr && output != INVALID_HANDLE_VALUE) return;
+    if (AttachConsole(ATTACH_PARENT_PROCESS) == 0) return;
+    for (FILE* const stream : {stdout, stderr})
+        [[maybe_unused]] const FILE* opened = std::freopen("CONOUT$", "w", stream);
+}
+
+std::string ProgramFolder() {
+    const std::wstring file = Given([](wchar_t* text, DWORD room) { return GetModuleFileNameW(nullptr, text, room); });
+    const std::filesystem::path folder = std::filesystem::path(file).parent_path();
+    std::string text = Narrow(folder.native());
+    for (char& c : text)
+        if (c == '\\') c = '/';
+    return text.ends_with('/') ? text.substr(0, text.size() - 1) : text;
+}
+
+void FailOversizeWrites() {}  // as they do
+
+int WatchEndRequests() { return -1; }
+
+void TakeEndRequests() {}
+
+bool OpenByInterpreter(const std::string& address) {
+    std::wstring command = L"cmd.exe /c start " + Wide(address);
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    start.dwFlags = STARTF_USESHOWWINDOW;
+    start.wShowWindow = SW_SHOWMINIMIZED;
+    PROCESS_INFORMATION process{};
+    if (CreateProcessW(Interpreter().c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                       &process) == 0)
+        return false;
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    return true;
+}
+
+}  // namespace vantrel::os
