@@ -6,6 +6,28 @@ include(GNUInstallDirs)
 set(doc share/doc/vantrel)
 set(packed ${CMAKE_BINARY_DIR}/packed)
 
+# ---- What has to be made first
+
+set(GUIDE /usr/${doc}/docs/guide.html)
+set(BENCH_GUIDE /usr/${doc}/bench/README.html)
+set(BENCH_LIBRARY /usr/lib/vantrel/bench)
+execute_process(COMMAND date --utc --rfc-email --date ${VANTREL_RELEASE_DATE}
+  OUTPUT_VARIABLE DEBIAN_DATE OUTPUT_STRIP_TRAILING_WHITESPACE)
+foreach(page vantrel.1 vantrel-bench.1 changelog org.vantrel.vantrel.metainfo.xml)
+  configure_file(packaging/${page}.in ${CMAKE_BINARY_DIR}/${page} @ONLY)
+endforeach()
+add_custom_target(package_files
+  COMMAND ${CMAKE_SOURCE_DIR}/packaging/make-files ${CMAKE_BINARY_DIR} ${packed}
+  WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
+  VERBATIM)
+
+if(WIN32)
+  include(${CMAKE_CURRENT_LIST_DIR}/install_windows.cmake)
+  return()
+endif()
+
+# ---- What is packed
+
 install(TARGETS vantrel RUNTIME DESTINATION bin COMPONENT folder)
 install(DIRECTORY DESTINATION bin/db COMPONENT folder)
 install(PROGRAMS packaging/add-to-menu DESTINATION . COMPONENT folder)
@@ -23,21 +45,6 @@ install(FILES ${packed}/org.vantrel.vantrel.metainfo.xml DESTINATION share/metai
 install(DIRECTORY ${packed}/icons DESTINATION share COMPONENT common)
 install(DIRECTORY ${packed}/man DESTINATION share COMPONENT common)
 install(DIRECTORY ${packed}/doc/ DESTINATION ${doc} COMPONENT common)
-
-# ---- What has to be made first
-
-set(GUIDE /usr/${doc}/docs/guide.html)
-set(BENCH_GUIDE /usr/${doc}/bench/README.html)
-set(BENCH_LIBRARY /usr/lib/vantrel/bench)
-execute_process(COMMAND date --utc --rfc-email --date ${VANTREL_RELEASE_DATE}
-  OUTPUT_VARIABLE DEBIAN_DATE OUTPUT_STRIP_TRAILING_WHITESPACE)
-foreach(page vantrel.1 vantrel-bench.1 changelog org.vantrel.vantrel.metainfo.xml)
-  configure_file(packaging/${page}.in ${CMAKE_BINARY_DIR}/${page} @ONLY)
-endforeach()
-add_custom_target(package_files
-  COMMAND ${CMAKE_SOURCE_DIR}/packaging/make-files ${CMAKE_BINARY_DIR} ${packed}
-  WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
-  VERBATIM)
 
 # ---- The packages
 

@@ -1,9 +1,10 @@
 #include "platform/qt/icon.h"
 
+#include "platform/qt/drawing.h"
+
 #include <QIconEngine>
 #include <QPainter>
 #include <QPixmap>
-#include <QSvgRenderer>
 #include <memory>
 
 // Resources of a static library are registered by hand, outside any namespace.
@@ -13,16 +14,14 @@ namespace vantrel {
 
 namespace {
 
-/// Draws one SVG file. (The engine that Qt has for this is a plug-in, which an installation may lack.)
-class SvgEngine : public QIconEngine {
+/// Shows one drawing. (The engine that Qt has for SVG files is a plug-in, which an installation may lack.)
+class DrawingEngine : public QIconEngine {
 public:
-    explicit SvgEngine(std::shared_ptr<QSvgRenderer> svg) : svg_(std::move(svg)) {
-        svg_->setAspectRatioMode(Qt::KeepAspectRatio);
-    }
+    explicit DrawingEngine(std::shared_ptr<Drawing> drawing) : drawing_(std::move(drawing)) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
         if (mode != QIcon::Disabled) {
-            svg_->render(painter, rect);
+            drawing_->Render(*painter, rect);
             return;
         }
         const qreal scale = painter->device()->devicePixelRatioF();
@@ -37,14 +36,14 @@ public:
         return QPixmap::fromImage(image);
     }
 
-    QIconEngine* clone() const override { return new SvgEngine(svg_); }
+    QIconEngine* clone() const override { return new DrawingEngine(drawing_); }
 
 private:
     QImage Rendered(const QSize& size) {
         QImage image(size, QImage::Format_ARGB32);
         image.fill(Qt::transparent);
         QPainter painter(&image);
-        svg_->render(&painter, QRect(QPoint(0, 0), size));
+        drawing_->Render(painter, QRect(QPoint(0, 0), size));
         return image;
     }
 
@@ -58,14 +57,14 @@ private:
         }
     }
 
-    std::shared_ptr<QSvgRenderer> svg_;
+    std::shared_ptr<Drawing> drawing_;
 };
 
 }  // namespace
 
 QIcon Icon(const std::string& name) {
     RegisterIcons();
-    return QIcon(new SvgEngine(std::make_shared<QSvgRenderer>(":/icons/" + QString::fromStdString(name) + ".svg")));
+    return QIcon(new DrawingEngine(LoadDrawing(QString::fromStdString(name))));
 }
 
 }  // namespace vantrel

@@ -1,0 +1,25 @@
+#include "platform/qt/drawing.h"
+
+#include <QSvgRenderer>
+
+namespace vantrel {
+
+namespace {
+
+class SvgDrawing : public Drawing {
+public:
+    explicit SvgDrawing(const QString& file) : svg_(file) { svg_.setAspectRatioMode(Qt::KeepAspectRatio); }
+
+    void Render(QPainter& painter, const QRect& rect) override { svg_.render(&painter, rect); }
+
+private:
+    QSvgRenderer svg_;
+};
+
+}  // namespace
+
+std::shared_ptr<Drawing> LoadDrawing(const QString& name) {
+    return std::make_shared<SvgDrawing>(":/icons/" + name + ".svg");
+}
+
+}  // namespace vantrel
