@@ -38,7 +38,7 @@ std::string ContentsOf(const char* name) {
 /// The file that the environment variable names, to be added to; nullptr without one.
 std::shared_ptr<std::ofstream> FileNamedBy(const char* variable) {
     const char* name = std::getenv(variable);
-    return name != nullptr ? std::make_shared<std::ofstream>(name, std::ios::app) : nullptr;
+    return name != nullptr ? std::make_shared<std::ofstream>(name, std::ios::app | std::ios::binary) : nullptr;
 }
 
 std::unique_ptr<Bench> MakeBench() {

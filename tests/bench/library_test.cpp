@@ -1,7 +1,7 @@
 // The bench as a shared library, found and called by the program's own VISA calls.
 #include "platform/visa.h"
+#include "support/environment.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -74,7 +74,7 @@ TEST(BenchLibrary, Failed_statuses_keep_their_sign) {
 
 TEST(BenchLibrary, Takes_the_bench_file_that_the_environment_names) {
     const auto file = FileHolding("named.bench", "instrument GPIB0::3::INSTR\ncard 1\n");
-    setenv("VANTREL_BENCH", file.c_str(), 1);
+    SetEnvironment("VANTREL_BENCH", file.string());
     const ViSession session = OpenFirst();
     std::uint32_t bytes = 0;
     std::string reply;
@@ -85,7 +85,7 @@ TEST(BenchLibrary, Takes_the_bench_file_that_the_environment_names) {
 
 TEST(BenchLibrary, Fails_at_opening_when_the_bench_file_is_none) {
     const auto file = FileHolding("wrong.bench", "instrument\n");
-    setenv("VANTREL_BENCH", file.c_str(), 1);
+    SetEnvironment("VANTREL_BENCH", file.string());
     ViSession manager = 99;
     testing::internal::CaptureStderr();
     EXPECT_LT(viOpenDefaultRM(&manager), 0);
@@ -94,7 +94,7 @@ TEST(BenchLibrary, Fails_at_opening_when_the_bench_file_is_none) {
 }
 
 TEST(BenchLibrary, Fails_at_opening_when_the_bench_file_is_missing) {
-    setenv("VANTREL_BENCH", "no/such/file.bench", 1);
+    SetEnvironment("VANTREL_BENCH", "no/such/file.bench");
     ViSession manager = 99;
     testing::internal::CaptureStderr();
     EXPECT_LT(viOpenDefaultRM(&manager), 0);
@@ -103,7 +103,7 @@ TEST(BenchLibrary, Fails_at_opening_when_the_bench_file_is_missing) {
 
 TEST(BenchLibrary, Writes_each_exchange_to_the_log_that_the_environment_names) {
     const auto log = FileHolding("bench.log", "");
-    setenv("VANTREL_BENCH_LOG", log.c_str(), 1);
+    SetEnvironment("VANTREL_BENCH_LOG", log.string());
     const ViSession session = OpenFirst();
     std::uint32_t bytes = 0;
     std::string reply;
@@ -116,7 +116,7 @@ TEST(BenchLibrary, Writes_each_exchange_to_the_log_that_the_environment_names) {
 
 TEST(BenchLibrary, Writes_each_call_and_its_status_to_the_file_that_the_environment_names) {
     const auto calls = FileHolding("calls.log", "");
-    setenv("VANTREL_BENCH_CALLS", calls.c_str(), 1);
+    SetEnvironment("VANTREL_BENCH_CALLS", calls.string());
     ViSession manager = 0;
     viOpenDefaultRM(&manager);
     viClose(manager);

@@ -1,6 +1,7 @@
 // Texts in the system's 8-bit code page.
 #include "platform/code_page.h"
 
+#include "support/environment.h"
 #include "support/temp_folder.h"
 
 #include <cstdlib>
@@ -10,7 +11,8 @@
 namespace vantrel {
 namespace {
 
-void UseLocale(const std::string& name) { setenv("LC_ALL", name.c_str(), 1); }
+// Windows has one code page for all programs, and nothing to choose another with.
+void UseLocale(const std::string& name) { SetEnvironment("LC_ALL", name); }
 
 TEST(CodePage, Leaves_plain_letters_and_line_ends_as_they_are) {
     UseLocale("C");
@@ -66,7 +68,7 @@ protected:
                                     (folder / ("own." + page)) + "' >/dev/null 2>&1";
         [[maybe_unused]] const int told = std::system(command.c_str());  // it warns of what the locale lacks
         if (!std::filesystem::exists(folder / ("own." + page + "/LC_CTYPE"))) return false;
-        setenv("LOCPATH", folder.Path().c_str(), 1);
+        SetEnvironment("LOCPATH", folder.Path());
         UseLocale("own." + page);
         return true;
     }

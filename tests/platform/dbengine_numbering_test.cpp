@@ -78,6 +78,7 @@ TEST_F(Lookup, Sees_a_duplicate_that_comes_behind_a_proven_numbering) {
     EXPECT_EQ(Walk(Find("5"), "num"), (Texts{"5", "5"}));
 }
 
+#ifndef _WIN32  // a process cannot be forked
 TEST_F(Lookup, Sees_what_another_program_changed_in_a_proven_numbering) {
     AddRows(database, Counting(10));
     EXPECT_EQ(Walk(Find("5")), (Texts{"5"}));
@@ -91,6 +92,7 @@ TEST_F(Lookup, Sees_what_another_program_changed_in_a_proven_numbering) {
     EXPECT_EQ(Walk(Find("5"), "Ch1"), (Texts{"reading 5", "reading 9"}));
     EXPECT_EQ(Walk(Find("9")), (Texts{}));
 }
+#endif
 
 TEST_F(Lookup, Sees_uncommitted_changes_of_its_own_transaction) {
     AddRows(database, Counting(10));
@@ -145,6 +147,7 @@ protected:
         rows.Set("Ch1", reading);
         rows.Update();
     }
+#ifndef _WIN32
     /// Runs a routine with the record open in another program.
     void InAnotherProgram(const std::function<void(Database&)>& routine) {
         ChildProcess other([&](const ChildProcess::Contact&) {
@@ -153,6 +156,7 @@ protected:
         });
         ASSERT_EQ(other.End(), 0);
     }
+#endif
     static void AppendTo(Database& theirs, const std::string& number) { AddRows(theirs, {number}); }
 };
 
@@ -188,6 +192,7 @@ TEST_F(Proof, Ends_with_an_appended_row_that_does_not_count_on) {
     EXPECT_EQ(Walk(Find("12")), Texts{"12"});
 }
 
+#ifndef _WIN32  // a process cannot be forked
 TEST_F(Proof, Ends_when_another_program_writes_between_two_rows_of_this_one) {
     Append("11");
     InAnotherProgram([](Database& theirs) { AppendTo(theirs, "5"); });
@@ -216,6 +221,7 @@ TEST_F(Proof, Ends_when_another_program_comes_between_the_new_row_and_its_update
     EXPECT_EQ(Walk(Find("2")), Texts{});
     EXPECT_EQ(Walk(Find("11")), Texts{"11"});
 }
+#endif
 
 TEST_F(Proof, Ends_with_a_change_or_a_deletion_by_this_program) {
     Recordset row = Find("9");
@@ -242,6 +248,7 @@ TEST_F(Proof, Holds_for_numbers_that_are_written_otherwise_and_finds_them_as_the
     EXPECT_EQ(scans, 1);
 }
 
+#ifndef _WIN32  // a process cannot be forked
 TEST_F(Proof, Tells_the_number_of_rows_without_counting_them) {
     Append("11");
     Recordset rows = All();
@@ -252,6 +259,7 @@ TEST_F(Proof, Tells_the_number_of_rows_without_counting_them) {
     rows.MoveLast();
     EXPECT_EQ(rows.RecordCount(), 10);
 }
+#endif
 
 TEST_F(Lookup, Finds_rows_at_the_ends_of_the_row_ids) {
     sqlite3* file = nullptr;
@@ -401,6 +409,7 @@ TEST_F(Renumbering, Sees_what_was_written_before_in_the_same_transaction) {
     EXPECT_EQ(Stored(), Counting(4));
 }
 
+#ifndef _WIN32  // a process cannot be forked
 TEST_F(Renumbering, Sees_what_another_program_wrote_since_the_last_one) {
     AddRows(database, Counting(5));
     EXPECT_EQ(Renumber(), 0);
@@ -411,6 +420,7 @@ TEST_F(Renumbering, Sees_what_another_program_wrote_since_the_last_one) {
     EXPECT_EQ(Renumber(), 0);
     EXPECT_EQ(Stored(), Counting(4));
 }
+#endif
 
 TEST_F(Renumbering, Raises_3265_for_a_column_that_is_not_there) {
     AddRows(database, {"1"});

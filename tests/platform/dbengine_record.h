@@ -6,6 +6,7 @@
 #include "support/temp_folder.h"
 #include "support/texts.h"
 
+#include <cerrno>
 #include <gtest/gtest.h>
 
 namespace vantrel {
@@ -39,17 +40,39 @@ inline Texts Walk(Recordset rows, const std::string& column = "num") {
     return texts;
 }
 
+// The engine's call that writes, and why it may find no room: a full disk, a used-up share of it, a file too large.
+#ifdef _WIN32
+inline constexpr const char* kWritingCall = "WriteFile";
+inline constexpr int kFull = 112;
+inline constexpr int kShareUsedUp = 1295;
+inline constexpr int kTooLarge = 223;
+#else
+inline constexpr const char* kWritingCall = "pwrite64";
+inline constexpr int kFull = ENOSPC;
+inline constexpr int kShareUsedUp = EDQUOT;
+inline constexpr int kTooLarge = EFBIG;
+#endif
+
 inline int cause_of_failed_write = 0;
 
+#ifdef _WIN32
+extern "C" __declspec(dllimport) void __stdcall SetLastError(unsigned long error);
+
+inline int __stdcall WriteNothing(void*, const void*, unsigned long, unsigned long*, void*) {
+    SetLastError(static_cast<unsigned long>(cause_of_failed_write));
+    return 0;
+}
+#else
 inline ssize_t WriteNothing(int, const void*, size_t, off_t) {
     errno = cause_of_failed_write;
     return -1;
 }
+#endif
 
 /// While it lives, every write of the engine meets a full disk.
 class FullDisk {
 public:
-    explicit FullDisk(int cause = ENOSPC) {
+    explicit FullDisk(int cause = kFull) {
         cause_of_failed_write = cause;
         SetWrite(reinterpret_cast<sqlite3_syscall_ptr>(WriteNothing));
     }
@@ -60,7 +83,7 @@ public:
 private:
     static void SetWrite(sqlite3_syscall_ptr write) {
         sqlite3_vfs* const vfs = sqlite3_vfs_find(nullptr);
-        if (vfs->xSetSystemCall(vfs, "pwrite64", write) != SQLITE_OK) throw std::runtime_error("no such system call");
+        if (vfs->xSetSystemCall(vfs, kWritingCall, write) != SQLITE_OK) throw std::runtime_error("no such system call");
     }
 };
 

@@ -1,5 +1,7 @@
-// A second process in a test.
+// A second process in a test, where the system can fork one.
 #pragma once
+
+#ifndef _WIN32
 
 #include <csignal>
 #include <functional>
@@ -76,3 +78,5 @@ private:
 };
 
 }  // namespace vantrel
+
+#endif

@@ -3,11 +3,10 @@
 
 #include "platform/files.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
+#include <random>
 #include <string>
 
 namespace vantrel {
@@ -16,9 +15,12 @@ namespace vantrel {
 class TempFolder {
 public:
     TempFolder() {
-        std::string form = (std::filesystem::temp_directory_path() / "vantrel-XXXXXX").string();
-        if (mkdtemp(form.data()) == nullptr) throw std::runtime_error("no temporary folder");
-        path_ = form;
+        const std::string form = std::filesystem::temp_directory_path().generic_string();
+        const std::string stem = form + (form.ends_with('/') ? "" : "/") + "vantrel-";
+        std::random_device chance;
+        do path_ = stem + std::to_string(chance());
+        while (!std::filesystem::create_directory(path_));
+        std::filesystem::permissions(path_, std::filesystem::perms::owner_all);
     }
     ~TempFolder() {
         std::error_code ignored;

@@ -33,7 +33,7 @@ public:
 private:
     struct Appointment {
         std::int64_t ms;
-        std::function<void()> action;
+        std::function<void()> post;  // has the action done in the next yield
     };
     void PostDue();
 

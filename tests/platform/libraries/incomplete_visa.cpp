@@ -1,6 +1,8 @@
 // A VISA library that lacks one of the calls that the program makes: viClose.
+#include "incomplete_visa_export.h"
+
 #define ENTRY(name) \
-    extern "C" __attribute__((visibility("default"))) int name() { return 0; }
+    extern "C" INCOMPLETE_VISA_EXPORT int name() { return 0; }
 
 ENTRY(viOpenDefaultRM)
 ENTRY(viFindRsrc)
