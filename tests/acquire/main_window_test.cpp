@@ -1,4 +1,5 @@
 // The main window: how it starts, what it opens, how the program ends.
+#include "platform/os/program.h"
 #include "platform/qt/application.h"
 #include "platform/qt/text.h"
 #include "platform/toolkit/system_menu.h"
@@ -6,6 +7,7 @@
 #include "state/shared.h"
 #include "state/vocabulary.h"
 #include "support/desk.h"
+#include "support/environment.h"
 #include "support/errors.h"
 #include "support/geometry.h"
 #include "support/texts.h"
@@ -23,11 +25,15 @@
 #include <QPushButton>
 #include <QTextBrowser>
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <map>
+#include <thread>
+#ifndef _WIN32
 #include <sys/stat.h>
+#endif
 
 namespace vantrel {
 namespace {
@@ -487,8 +493,26 @@ TEST_F(About, Is_unloaded_by_EXIT) {
     EXPECT_TRUE(user.Sees("Form1"));
 }
 
+/// Has the system find no command interpreter.
+void HideInterpreter(const TempFolder& folder) {
+#ifdef _WIN32
+    SetEnvironment("ComSpec", folder / "none.exe");
+#else
+    SetEnvironment("PATH", folder.Path());
+#endif
+}
+
 TEST_F(About, Opens_its_address_through_the_command_interpreter) {
     const std::string told = folder / "told";
+#ifdef _WIN32
+    SetEnvironment("ComSpec", os::ProgramFolder() + "/other_program.exe");
+    SetEnvironment("VANTREL_TOLD", told);
+    Open();
+    user.Menu("About");
+    user.Click("about_form", "Label4");
+    while (FileBytes(told).find('\n') == std::string::npos) std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    EXPECT_EQ(FileBytes(told), "cmd.exe /c start " + user.Text("about_form", "Label4") + " minimised\n");
+#else
     ASSERT_EQ(mkfifo(told.c_str(), 0600), 0);
     WriteFileBytes(folder / "cmd.exe", "#!/bin/sh\necho \"$@\" >" + told + "\n");
     std::filesystem::permissions(folder / "cmd.exe", std::filesystem::perms::owner_all);
@@ -497,10 +521,11 @@ TEST_F(About, Opens_its_address_through_the_command_interpreter) {
     user.Menu("About");
     user.Click("about_form", "Label4");
     EXPECT_EQ(FileBytes(told), "/c start " + user.Text("about_form", "Label4") + "\n");
+#endif
 }
 
 TEST_F(About, Opens_its_address_in_the_default_browser_where_there_is_no_such_interpreter) {
-    setenv("PATH", folder.Path().c_str(), 1);
+    HideInterpreter(folder);
     Open();
     QTextBrowser browser;
     QDesktopServices::setUrlHandler("https", &browser, "setSource");
@@ -510,7 +535,7 @@ TEST_F(About, Opens_its_address_in_the_default_browser_where_there_is_no_such_in
 }
 
 TEST_F(About, Opens_its_address_by_keyboard_and_comes_up_with_EXIT_ready) {
-    setenv("PATH", folder.Path().c_str(), 1);
+    HideInterpreter(folder);
     Open();
     QTextBrowser browser;
     QDesktopServices::setUrlHandler("https", &browser, "setSource");

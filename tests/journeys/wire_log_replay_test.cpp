@@ -1,4 +1,5 @@
 // What went over the wire in a run is logged, and the log is a bench on which the run goes the same way.
+#include "support/environment.h"
 #include "support/run_desk.h"
 #include "support/texts.h"
 
@@ -11,7 +12,7 @@ namespace {
 
 class WireLogReplay : public RunDesk {
 protected:
-    WireLogReplay() { setenv("VANTREL_WIRE_LOG", log_.c_str(), 1); }
+    WireLogReplay() { SetEnvironment("VANTREL_WIRE_LOG", log_); }
 
     /// Puts a bench on the wire that does what the log holds so far.
     void ReplayTheLog() {

@@ -390,6 +390,7 @@ TEST_F(Runs, Leave_the_record_free_at_their_end) {
     EXPECT_EQ(ErrorOf([&] { Kill(Record("Record2")); }), 0);
 }
 
+#ifndef _WIN32  // a process cannot be forked
 TEST_F(Runs, Leave_their_rows_when_the_program_is_killed) {
     ChildProcess program([&](const ChildProcess::Contact& test) {
         OpenConnected(1);
@@ -406,6 +407,7 @@ TEST_F(Runs, Leave_their_rows_when_the_program_is_killed) {
     EXPECT_EQ(Column(rows, 0), Counting(3));
     EXPECT_EQ(Column(rows, 4), (Texts(3, "+3.5E+00\n")));
 }
+#endif
 
 TEST_F(Runs, Stop_writing_once_the_name_is_given_up_and_leave_that_record_open) {
     OpenConnected(1);

@@ -2,8 +2,10 @@
 #include "records/browser_desk.h"
 #include "support/child_process.h"
 
+#ifndef _WIN32
 #include <sys/stat.h>
 #include <unistd.h>
+#endif
 
 namespace vantrel {
 namespace {
@@ -27,12 +29,14 @@ protected:
     void ExpectOpenEnds(int number) {
         ExpectEnd(number, [this] { OpenEntry("Record1.mdb"); });
     }
+#ifndef _WIN32
     /// A process that can read everything becomes one that has to ask.
     void BecomeAnybody() const {
         constexpr uid_t kNobody = 65534;
         for (const std::string& path : {folder.Path(), folder / "db"}) chmod(path.c_str(), 0777);
         if (geteuid() == 0 && setuid(kNobody) != 0) std::_Exit(2);
     }
+#endif
 
 private:
     /// All entries with their bytes.
@@ -96,6 +100,7 @@ TEST_F(BadRecord, That_is_a_folder_ends_the_program) {
     ExpectOpenEnds(3051);
 }
 
+#ifndef _WIN32  // the superuser cannot become somebody else
 TEST_F(BadRecord, That_may_not_be_read_ends_the_program) {
     MakeRecord(Entry("Record1.mdb"), 3);
     chmod(Entry("Record1.mdb").c_str(), 0);
@@ -123,6 +128,7 @@ TEST_F(BadRecord, That_may_not_be_written_to_ends_the_program_and_stays_as_it_wa
         testing::ExitedWithCode(1), EndedBy(3051));
     EXPECT_TRUE(FileBytes(Entry("Record1.mdb")) == bytes);
 }
+#endif
 
 TEST_F(BadRecord, That_is_gone_by_the_time_of_Open_ends_the_program_and_does_not_come_into_being) {
     MakeRecord(Entry("Record1.mdb"), 3);
@@ -207,6 +213,7 @@ TEST_F(BadRecord, With_a_Null_ends_the_program_once_its_page_comes) {
 
 // ---- Records in use
 
+#ifndef _WIN32  // a process cannot be forked
 TEST_F(BadRecord, That_another_program_has_open_is_not_deleted_and_ends_the_program) {
     MakeRecord(Entry("Record1.mdb"), 3);
     ChildProcess reader([&](const ChildProcess::Contact& contact) {
@@ -219,6 +226,7 @@ TEST_F(BadRecord, That_another_program_has_open_is_not_deleted_and_ends_the_prog
     reader.Talk().Send();
     EXPECT_EQ(reader.End(), 0);
 }
+#endif
 
 class BrowsedInARun : public BrowserDesk {
 protected:

@@ -1,0 +1,103 @@
+// Names that no file can have on Windows, and files that are in use there.
+#include "platform/dbengine_record.h"
+#include "platform/files.h"
+#include "platform/os/file.h"
+#include "support/errors.h"
+
+#include <chrono>
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace vantrel {
+namespace {
+
+const Texts kNamesOfDevices{"CON", "con", "PRN", "AUX", "NUL", "COM1", "com9", "LPT1", "LPT9", "COM\u00B9", "CONOUT$"};
+
+TEST(NamesOnWindows, Of_devices_are_no_names_of_records_whatever_stands_behind_them) {
+    for (const std::string& device : kNamesOfDevices)
+        for (const char* ending : {"", ".x", " ", " .Record1"})
+            EXPECT_EQ(ErrorOf([&] { RecordFilePath(device + ending); }), kNotAValidName) << device << ending;
+}
+
+TEST(NamesOnWindows, That_only_begin_like_those_of_devices_are_names) {
+    for (const char* name : {"CONSOLE", "COM", "COM0", "COM10", "LPTx", "Record CON", "xNUL.CON"})
+        EXPECT_EQ(ErrorOf([&] { RecordFilePath(name); }), 0) << name;
+}
+
+TEST(NamesOnWindows, Of_entries_hold_no_forbidden_character_and_end_in_no_point_or_blank) {
+    for (const char* name : {"Rec:x.mdb", "Record1.mdb:x", "Record1.mdb.", "Record1.mdb ", "Rec?.mdb", "Rec*.mdb",
+                             "<.mdb", ">.mdb", "|.mdb", "\".mdb", "Rec\t.mdb", "NUL", "aux.mdb"})
+        EXPECT_EQ(ErrorOf([&] { DbEntryPath(name); }), kNotAValidName) << name;
+    for (const char* name : {" Record1.mdb", "Record1..mdb", "..Rec", "Record 1 .mdb"})
+        EXPECT_EQ(ErrorOf([&] { DbEntryPath(name); }), 0) << name;
+}
+
+TEST(NamesOnWindows, Count_their_length_in_units_of_16_bits) {
+    std::string longest;
+    for (int i = 0; i < 243; ++i) longest += "\u00C4";
+    EXPECT_EQ(ErrorOf([&] { RecordFilePath(longest); }), 0);
+    EXPECT_EQ(ErrorOf([&] { RecordFilePath(longest + "x"); }), kNotAValidName);
+}
+
+TEST(NamesOnWindows, That_are_none_make_and_open_no_database) {
+    const TempFolder folder;
+    for (const char* name : {"CON.mdb", "a.mdb.", "a.mdb ", "a.mdb:b", "a?.mdb"}) {
+        EXPECT_EQ(ErrorOf([&] { TheDBEngine().CreateDatabase(folder / name, "", 0); }), kNotAValidName) << name;
+        EXPECT_EQ(ErrorOf([&] { TheDBEngine().OpenDatabase(folder / name); }), kFileMissing) << name;
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+TEST(NamesOnWindows, That_are_none_or_of_devices_take_no_output) {
+    const TempFolder folder;
+    for (const char* name : {"NUL", "nul.csv", "a.csv.", "a:b.csv"})
+        EXPECT_EQ(ErrorOf([&] { OpenForOutput(folder / name, 1); }), kPathNotFound) << name;
+    EXPECT_EQ(ErrorOf([&] { OpenForOutput(R"(\\.\pipe\vantrel)", 1); }), kPathNotFound);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+TEST_F(Record, That_is_open_can_be_moved_or_deleted_by_nobody) {
+    std::error_code moved;
+    std::filesystem::rename(path, folder / "elsewhere.mdb", moved);
+    EXPECT_TRUE(moved);
+    std::error_code deleted;
+    std::filesystem::remove(path, deleted);
+    EXPECT_TRUE(deleted);
+    AddRows(database, {"1"});
+    EXPECT_EQ(Stored(), Texts{"1"});
+}
+
+TEST_F(Record, That_is_read_only_is_not_deleted_and_takes_no_rows) {
+    database.Close();
+    std::filesystem::permissions(path, std::filesystem::perms::owner_read);
+    EXPECT_EQ(ErrorOf([&] { Kill(path); }), kPermissionDenied);
+    EXPECT_EQ(ErrorOf([&] { TheDBEngine().OpenDatabase(path); }), kNoPermission);
+    EXPECT_TRUE(FileExists(path));
+    std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+}
+
+TEST_F(Record, Whose_journal_another_user_has_open_is_closed_without_a_wait) {
+    AddRows(database, {"1"});
+    Database reader = TheDBEngine().OpenDatabase(path);
+    EXPECT_EQ(Walk(reader.OpenRecordset("select * from data")), Texts{"1"});
+    const auto before = std::chrono::steady_clock::now();
+    reader.Close();
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(500));
+    AddRows(database, {"2"});
+    EXPECT_EQ(Stored(), Counting(2));
+    database.Close();
+    EXPECT_FALSE(FileExists(path + "-journal"));
+}
+
+TEST(OutputFileOnWindows, Can_be_read_by_others_while_it_is_written_and_nothing_else) {
+    const TempFolder folder;
+    OpenForOutput(folder / "page.csv", 1);
+    os::File other;
+    EXPECT_EQ(other.Open(folder / "page.csv", os::File::Use::kShared), os::Fault::kInUse);
+    EXPECT_EQ(other.Open(folder / "page.csv", os::File::Use::kAlone), os::Fault::kInUse);
+    EXPECT_EQ(FileBytes(folder / "page.csv"), "");
+    CloseFile(1);
+}
+
+}  // namespace
+}  // namespace vantrel
