@@ -43,11 +43,11 @@ Table<Database, 5> RecordDb;
 Table<Recordset, 5> RecordRs;
 Table<double, 5> RecordBase;
 
-double XStep = 0;
-double YStep = 0;
-double XZoom = 1.0;
-double YZoom = 1.0;
-Integer BaseRow = 8;
+double XStep;
+double YStep;
+double XZoom;
+double YZoom;
+Integer BaseRow;
 Table<double, 5> TrendX;
 Table<double, 5> TrendY;
 Table<double, 5> TrendBase;

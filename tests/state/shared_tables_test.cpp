@@ -197,6 +197,15 @@ TEST(SharedTables, Main_window_clears_the_counts_and_the_stop_request) {
     EXPECT_EQ(StopRequested, 0);
 }
 
+TEST(SharedTables, Main_window_puts_the_zoom_to_1_and_the_zero_line_on_grid_row_8) {
+    XZoom = YZoom = 3;
+    BaseRow = 2;
+    The<Form1>();
+    EXPECT_EQ(XZoom, 1);
+    EXPECT_EQ(YZoom, 1);
+    EXPECT_EQ(BaseRow, 8);
+}
+
 using SharedTablesAtTheDesk = Desk;
 
 TEST_F(SharedTablesAtTheDesk, Start_of_the_program_touches_no_instrument) {
