@@ -10,6 +10,13 @@ namespace {
 
 bool IsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 
+/// Looks at every byte, many of them at a time, instead of one by one up to the first that is not.
+bool IsAscii(std::string_view text) {
+    unsigned char bits = 0;
+    for (const char c : text) bits |= static_cast<unsigned char>(c);
+    return bits < 0x80;
+}
+
 /// Bytes of the UTF-8 character that `text` starts with; 1 for a byte that starts none.
 std::size_t CharacterLength(std::string_view text) {
     const auto lead = static_cast<unsigned char>(text.front());
@@ -23,7 +30,7 @@ std::size_t CharacterLength(std::string_view text) {
 }  // namespace
 
 std::string ToCodePage(std::string_view text) {
-    if (std::ranges::all_of(text, IsAscii)) return std::string(text);
+    if (IsAscii(text)) return std::string(text);
     const os::CodePage page;
     std::string bytes;
     while (!text.empty()) {

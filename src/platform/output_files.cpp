@@ -12,7 +12,7 @@ namespace vantrel {
 
 namespace {
 
-constexpr std::size_t kBufferBytes = 4096;
+constexpr std::size_t kBufferBytes = 65536;
 
 struct Output {
     os::File file;

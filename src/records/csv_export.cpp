@@ -12,14 +12,14 @@ constexpr int kFileNumber = 1;
 void WriteGrid(MSFlexGrid& grid) {
     const Integer last_row = grid.Rows() - 1;
     const int last_col = grid.Cols() - 1;
+    grid.SetCol(last_col);
     std::string line;
     for (Integer r = 1; r <= last_row; ++r) {
         grid.SetRow(r);
         line.clear();
         for (int c = 0; c <= last_col; ++c) {
-            grid.SetCol(c);
             line += '"';
-            line += grid.Text();  // Kept: K-csv-cells
+            line += grid.TextMatrix(r, c);  // Kept: K-csv-cells
             line += c < last_col ? "\"," : "\"\r\n";
         }
         Print(kFileNumber, line);  // Kept: K-csv-letters

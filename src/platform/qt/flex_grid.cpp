@@ -116,7 +116,7 @@ void MSFlexGrid::SetCol(int col) {
     col_ = col;
 }
 
-std::string MSFlexGrid::Text() const { return TextMatrix(row_, col_); }
+const std::string& MSFlexGrid::Text() const { return TextMatrix(row_, col_); }
 
 void MSFlexGrid::SetText(const std::string& text) { SetTextMatrix(row_, col_, text); }
 
@@ -133,7 +133,7 @@ void MSFlexGrid::SetCellBackColor(Colour colour) {
     CellsOf(widget_).SetBackColor(row_, col_, colour);
 }
 
-std::string MSFlexGrid::TextMatrix(int row, int col) const {
+const std::string& MSFlexGrid::TextMatrix(int row, int col) const {
     CheckRow(row);
     CheckCol(col);
     return CellsOf(widget_).Text(row, col);

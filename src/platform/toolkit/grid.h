@@ -30,12 +30,13 @@ public:
     void SetRow(int row);
     int Col() const;
     void SetCol(int col);
-    std::string Text() const;
+    const std::string& Text() const;  ///< good until the grid is changed
     void SetText(const std::string& text);
     Colour CellBackColor() const;
     void SetCellBackColor(Colour colour);
 
-    std::string TextMatrix(int row, int col) const;
+    /// Good until the grid is changed.
+    const std::string& TextMatrix(int row, int col) const;
     void SetTextMatrix(int row, int col, const std::string& text);
     /// Empties every cell's text; colours stay.
     void Clear();
