@@ -311,11 +311,11 @@ TEST_F(CsvExport, To_a_file_that_cannot_be_opened_does_not_hinder_the_next) {
 
 #ifndef _WIN32  // there is no device that does this
 TEST_F(CsvExport, That_fails_while_it_is_written_ends_without_a_word) {
-    ShowRecord(500);
+    ShowRecord(1000);
     ExportTo(FullDisk());
     EXPECT_EQ(user.Messages().size(), 1U);  // the question for consent
     EXPECT_TRUE(user.Sees("Record_View_Form"));
-    EXPECT_LT(Grid().Row(), 501);  // it does not get to the last row
+    EXPECT_LT(Grid().Row(), 1001);  // it does not get to the last row
 }
 
 TEST_F(CsvExport, That_fails_while_it_is_written_lets_every_later_one_fail_without_a_word) {
