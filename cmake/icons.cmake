@@ -5,10 +5,10 @@ find_package(Qt6Svg QUIET)
 set(drawn ${CMAKE_BINARY_DIR}/drawn)
 if(Qt6Svg_FOUND)
   set(icon_library Qt6::Svg)
-  list(FILTER core_sources EXCLUDE REGEX "/drawing_png.cpp$")
+  list(FILTER core_sources EXCLUDE REGEX "/icon_drawing_png.cpp$")
 else()
   set(icon_library "")
-  list(FILTER core_sources EXCLUDE REGEX "/(drawing_svg.cpp|icons.qrc)$")
+  list(FILTER core_sources EXCLUDE REGEX "/(icon_drawing_svg.cpp|icons.qrc)$")
   file(GLOB drawings CONFIGURE_DEPENDS src/platform/qt/icons/*.svg)
   add_custom_command(
     OUTPUT ${drawn}/icons.cpp ${drawn}/vantrel.ico

@@ -1,6 +1,6 @@
 #include "platform/qt/icon.h"
 
-#include "platform/qt/drawing.h"
+#include "platform/qt/icon_drawing.h"
 
 #include <QIconEngine>
 #include <QPainter>
@@ -17,7 +17,7 @@ namespace {
 /// Shows one drawing. (The engine that Qt has for SVG files is a plug-in, which an installation may lack.)
 class DrawingEngine : public QIconEngine {
 public:
-    explicit DrawingEngine(std::shared_ptr<Drawing> drawing) : drawing_(std::move(drawing)) {}
+    explicit DrawingEngine(std::shared_ptr<IconDrawing> drawing) : drawing_(std::move(drawing)) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
         if (mode != QIcon::Disabled) {
@@ -57,14 +57,14 @@ private:
         }
     }
 
-    std::shared_ptr<Drawing> drawing_;
+    std::shared_ptr<IconDrawing> drawing_;
 };
 
 }  // namespace
 
 QIcon Icon(const std::string& name) {
     RegisterIcons();
-    return QIcon(new DrawingEngine(LoadDrawing(QString::fromStdString(name))));
+    return QIcon(new DrawingEngine(LoadIconDrawing(QString::fromStdString(name))));
 }
 
 }  // namespace vantrel

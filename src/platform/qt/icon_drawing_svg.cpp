@@ -1,4 +1,4 @@
-#include "platform/qt/drawing.h"
+#include "platform/qt/icon_drawing.h"
 
 #include <QSvgRenderer>
 
@@ -6,7 +6,7 @@ namespace vantrel {
 
 namespace {
 
-class SvgDrawing : public Drawing {
+class SvgDrawing : public IconDrawing {
 public:
     explicit SvgDrawing(const QString& file) : svg_(file) { svg_.setAspectRatioMode(Qt::KeepAspectRatio); }
 
@@ -18,7 +18,7 @@ private:
 
 }  // namespace
 
-std::shared_ptr<Drawing> LoadDrawing(const QString& name) {
+std::shared_ptr<IconDrawing> LoadIconDrawing(const QString& name) {
     return std::make_shared<SvgDrawing>(":/icons/" + name + ".svg");
 }
 

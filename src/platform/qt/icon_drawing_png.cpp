@@ -1,4 +1,4 @@
-#include "platform/qt/drawing.h"
+#include "platform/qt/icon_drawing.h"
 
 #include <QDir>
 #include <QPixmap>
@@ -13,7 +13,7 @@ namespace {
 
 /// The drawing in several sizes, files ":/icons/NAME/HEIGHT.png", of which the one is shown that fills the room at the
 /// screen's scale, pixel by pixel.
-class PngDrawing : public Drawing {
+class PngDrawing : public IconDrawing {
 public:
     explicit PngDrawing(const QString& name) : folder_(":/icons/" + name + "/") {
         for (const QString& file : QDir(folder_).entryList()) heights_.push_back(file.chopped(4).toInt());
@@ -28,7 +28,8 @@ public:
         const qreal wanted = std::min(room.height(), room.width() / width_by_height_);
         const QPixmap picture = WithHeight(Nearest(wanted));
         // In another size only where there is none that is a fraction of a pixel smaller.
-        const qreal shrink = wanted < picture.height() || wanted >= picture.height() + 1 ? wanted / picture.height() : 1;
+        const qreal shrink =
+            wanted < picture.height() || wanted >= picture.height() + 1 ? wanted / picture.height() : 1;
         const QSizeF size = QSizeF(picture.size()) * shrink;
         const QPointF middle = room.center() - QPointF(size.width(), size.height()) / 2;
         painter.save();
@@ -55,6 +56,6 @@ private:
 
 }  // namespace
 
-std::shared_ptr<Drawing> LoadDrawing(const QString& name) { return std::make_shared<PngDrawing>(name); }
+std::shared_ptr<IconDrawing> LoadIconDrawing(const QString& name) { return std::make_shared<PngDrawing>(name); }
 
 }  // namespace vantrel
