@@ -80,12 +80,14 @@ TEST_P(AnyReply, To_fetch_becomes_rows_or_a_run_time_error) {
         for (int row = 0; row < 400; ++row) Add_Fetch_Time(0);
         EXPECT_TRUE(Ends([] { Fetch_Readings(0); }));
     }
+    Tried(20, "fetches with random replies");
 }
 
 TEST_P(AnyReply, To_the_plan_becomes_a_name) {
     Babble::Answer(GetParam());
     EXPECT_TRUE(Ends([] { RefreshChannelFunctions(0); }));
     EXPECT_TRUE(Ends([] { ReadDevicePlan(0); }));
+    Tried(2, "plans with random replies");
 }
 
 INSTANTIATE_TEST_SUITE_P(Drawn, AnyReply, testing::Range(1U, 9U));

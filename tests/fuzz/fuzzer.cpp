@@ -5,6 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 
+/// The font library keeps what it has read for as long as the process lives.
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; }
+
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     vantrel::SetUpApplication();
     return 0;

@@ -60,11 +60,13 @@ TEST_F(RecordCreation, Whose_file_operations_fail_from_any_on_leaves_no_record_o
             EXPECT_EQ(Entries(folder / "db"), Texts{"Record1.mdb"});
         }
         EXPECT_GE(fails, 5);  // made aside, written, synced, named, its folder synced
+        Tried(fails, "failing file operations");
     }
 }
 
 TEST_F(RecordCreation, On_a_disk_of_any_size_leaves_no_record_or_a_whole_one) {
-    for (rlim_t size = 0; size <= 20000; size += 500) {
+    int disks = 0;
+    for (rlim_t size = 0; size <= 20000; size += 500, ++disks) {
         const TempAppFolder folder;
         ChildProcess limited([&](const ChildProcess::Contact&) {
             const rlimit limit{size, size};
@@ -78,6 +80,7 @@ TEST_F(RecordCreation, On_a_disk_of_any_size_leaves_no_record_or_a_whole_one) {
         EXPECT_EQ(Start(), 0) << size;
         EXPECT_EQ(Entries(folder / "db"), Texts{"Record1.mdb"});
     }
+    Tried(disks, "disks of other sizes");
 }
 
 TEST_F(RecordCreation, That_is_killed_at_any_step_leaves_no_record_or_a_whole_one_and_the_next_Start_works) {
@@ -94,6 +97,7 @@ TEST_F(RecordCreation, That_is_killed_at_any_step_leaves_no_record_or_a_whole_on
         EXPECT_EQ(Entries(folder / "db"), Texts{"Record1.mdb"}) << steps + 1;
     }
     EXPECT_GE(steps, 5);
+    Tried(steps, "kills at a file operation");
 }
 
 /// What the engine plays back into a database that lies beside it: the order to cut it to one page.
@@ -128,6 +132,7 @@ TEST_F(RecordCreation, That_loses_its_power_leaves_no_record_or_a_whole_one_and_
         ASSERT_EQ(Start(), 0) << "power cut before change " << change << ", with " << testing::PrintToString(found);
         ASSERT_EQ(Entries(after / "db"), Texts{"Record1.mdb"});
     }
+    Tried(rounds.Count(), "power cuts");
 }
 
 TEST_F(RecordCreation, In_several_programs_at_once_makes_one_record_and_tells_the_others_that_it_exists) {

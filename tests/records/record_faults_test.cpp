@@ -65,6 +65,7 @@ protected:
         const TempAppFolder original;
         MakeNumbered(original / "db/Record1.mdb", numbers);
         const std::string bytes = FileBytes(original / "db/Record1.mdb");
+        int tried = 0;
         for (const int cause : kCauses)
             for (const bool is_lasting : {false, true}) {
                 int fails = 0;
@@ -85,7 +86,9 @@ protected:
                     if (HasFatalFailure() || HasNonfatalFailure()) return;
                 }
                 EXPECT_GT(fails, 10);
+                tried += fails;
             }
+        Tried(tried, "failing file operations");
     }
     static void MakeNumbered(const std::string& path, const Texts& numbers) {
         MakeRecord(path, static_cast<int>(numbers.size()));
@@ -174,6 +177,7 @@ protected:
             check(after / "db/Record1.mdb", change);
             if (HasFailure()) return;
         }
+        Tried(rounds.Count(), "power cuts");
     }
 };
 

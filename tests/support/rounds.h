@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdlib>
+#include <iostream>
 #include <random>
 #include <ranges>
 #include <string>
@@ -14,6 +15,7 @@ class Rounds {
 public:
     explicit Rounds(int usual) : count_(Number("VANTREL_ROUNDS", usual)), seed_(Number("VANTREL_SEED", 1)) {}
 
+    int Count() const { return count_; }
     auto begin() const { return std::views::iota(0, count_).begin(); }
     auto end() const { return std::views::iota(0, count_).end(); }
     std::mt19937 Chance(int round) const {
@@ -31,5 +33,8 @@ private:
     int count_;
     int seed_;
 };
+
+/// Prints how many of what a test has tried, for scripts/hard-tests to add up.
+inline void Tried(int number, const std::string& what) { std::cout << "Tried " << number << ' ' << what << std::endl; }
 
 }  // namespace vantrel
