@@ -1,11 +1,11 @@
 // Each call of VISA goes wrong in each way: in connecting, in reading a plan back, in SET, and in each shape of run.
 //
 // Every case is played in a process of its own and is judged by what it leaves behind: how it ended, which messages
-// came up, what the records hold. A few cases of each kind are drawn at random. VANTREL_VISA_FAULTS=NUMBER draws
-// others; VANTREL_VISA_FAULTS=all plays all of them, which takes long.
+// came up, what the records hold. A case of each kind is drawn at random, or VANTREL_ROUNDS cases if there are so many.
 #include "bench/readings.h"
 #include "bench/text.h"
 #include "platform/qt/application.h"
+#include "support/rounds.h"
 #include "support/run_desk.h"
 
 #include <QApplication>
@@ -137,8 +137,9 @@ struct Outcome {
     std::vector<std::string> messages;
     std::vector<std::vector<int>> calls = std::vector<std::vector<int>>(2);    ///< numbers, by instrument
     std::vector<std::vector<int>> fetches = std::vector<std::vector<int>>(2);  ///< the calls that sent "fetch?"
-    std::vector<int> first_polls = std::vector<int>(2);                        ///< the call that polled first
-    std::vector<std::vector<std::vector<std::string>>> rows;                   ///< of the record of each instrument
+    std::vector<int> scans;  ///< the calls that sent "rout:SCAN", which goes to the first instrument alone
+    std::vector<int> first_polls = std::vector<int>(2);       ///< the call that polled first
+    std::vector<std::vector<std::vector<std::string>>> rows;  ///< of the record of each instrument
 };
 
 Outcome Play(Shape shape, const std::optional<Fault>& fault) {
@@ -173,6 +174,7 @@ Outcome Play(Shape shape, const std::optional<Fault>& fault) {
         int call = 0;
         words >> word >> instrument >> call >> word;
         outcome.calls[instrument].push_back(call);
+        if (word == "\"rout:SCAN\\n\"") outcome.scans.push_back(call);
         if (word == "\"fetch?\\n\"") outcome.fetches[instrument].push_back(call);
         if (word == "\"rout:scan:st\"" && outcome.first_polls[instrument] == 0) outcome.first_polls[instrument] = call;
     }
@@ -214,12 +216,11 @@ bool IsBlank(const std::vector<std::string>& row) {
 
 class VisaFaults : public testing::TestWithParam<Shape> {
 protected:
-    /// The cases to play: all, or a few of each kind.
+    /// The cases to play: for each round one of each kind.
     static std::vector<Fault> Cases(const Outcome& without_fault) {
         std::vector<Fault> cases;
-        const char* wish = std::getenv("VANTREL_VISA_FAULTS");
-        const std::string chosen = wish == nullptr ? "1" : wish;
-        std::mt19937 random(static_cast<std::uint32_t>(std::atoi(chosen.c_str())));
+        const Rounds rounds(1);
+        std::mt19937 chance = rounds.Chance(0);
         for (const char* kind : {"time-out", "unplugged", "short", "empty", "garbage", "long"}) {
             std::vector<Fault> of_kind;
             for (const bool and_after : {true, false}) {
@@ -229,11 +230,7 @@ protected:
                     for (const int call : without_fault.calls[static_cast<std::size_t>(i)])
                         of_kind.push_back({kind, and_after, i, call});
             }
-            if (chosen != "all") {
-                std::shuffle(of_kind.begin(), of_kind.end(), random);
-                of_kind.resize(1);
-            }
-            cases.insert(cases.end(), of_kind.begin(), of_kind.end());
+            std::ranges::sample(of_kind, std::back_inserter(cases), rounds.Count(), chance);
         }
         return cases;
     }
@@ -255,6 +252,8 @@ protected:
     }
 
     static void ExpectTrueRows(const Outcome& outcome, const Outcome& without_fault, const Fault& fault) {
+        const bool loses_scan =
+            fault.instrument == 0 && std::ranges::find(without_fault.scans, fault.call) != without_fault.scans.end();
         for (std::size_t i = 0; i < 2; ++i) {
             const auto& rows = outcome.rows[i];
             int sweep = -1;
@@ -266,7 +265,9 @@ protected:
                 if (is_hit && (!fault.LosesOnly() || fault.call < without_fault.first_polls[i])) continue;
                 if (is_hit && IsBlank(rows[n])) continue;
                 const int last = std::exchange(sweep, SweepOf(rows[n], static_cast<int>(i)));
-                EXPECT_GT(sweep, last) << "row " << n + 1 << " of instrument " << i;
+                // When the command to scan gets lost, the instruments send once more what they have.
+                const int least = loses_scan && last >= 0 ? last : last + 1;
+                EXPECT_GE(sweep, least) << "row " << n + 1 << " of instrument " << i;
             }
         }
         // What was fetched before the fault is there to the byte.
@@ -293,13 +294,15 @@ TEST_P(VisaFaults, End_as_described_and_leave_no_wrong_row) {
             }
         }
     }
-    for (const Fault& fault : Cases(without_fault)) {
+    const std::vector<Fault> cases = Cases(without_fault);
+    for (const Fault& fault : cases) {
         SCOPED_TRACE(testing::Message() << fault);
         const Outcome outcome = Play(GetParam(), fault);
         ExpectADescribedEnd(outcome);
         ExpectTrueRows(outcome, without_fault, fault);
         if (HasFatalFailure()) return;
     }
+    Tried(static_cast<int>(cases.size()), "VISA calls that fail");
 }
 
 std::string NameOf(const testing::TestParamInfo<Shape>& shape) {
