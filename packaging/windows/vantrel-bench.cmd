@@ -23,7 +23,9 @@ exit /b
 echo Usage: vantrel-bench [FILE]
 echo Starts VANTREL on the simulated bench, or on the one that FILE describes.
 echo These come with the program and can be given by name:
-for %%f in ("%~dp0bench\benches\*.bench") do echo   %%~nf
+pushd "%~dp0bench\benches"
+for %%f in (*.bench) do echo   %%~nf
+popd
 exit /b
 
 :too_many
