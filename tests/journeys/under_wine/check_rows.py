@@ -1,0 +1,38 @@
+"""Fails unless a record is undamaged and holds one row for each scan in the log of the wire, in their order, numbered from 1.
+Where the program was killed behind a fetch, before it sent anything else, the row of that scan may be missing.
+
+    check_rows.py RECORD LOG
+
+A log of several runs, each of which was cut off, ends each of them with the first message of the next one.
+"""
+
+import sqlite3
+import sys
+
+
+def ScansOf(log):
+    """(reply, whether its row must be there) of each fetch; None for the reply that did not come."""
+    lines = [line.split(" ", 2) for line in log[:log.rfind("\n") + 1].splitlines()]
+    scans = []
+    for at, (_, arrow, text) in enumerate(lines):
+        if arrow != ">" or text != r'"fetch?\n"':
+            continue
+        came = len(lines) > at + 1 and lines[at + 1][1] == "<"
+        reply = lines[at + 1][2][1:-1].replace(r"\n", "\n") if came else None
+        behind = lines[at + 2][2] if came and len(lines) > at + 2 else None
+        scans.append((reply, behind is not None and not behind.startswith('"*IDN?')))
+    return scans
+
+
+record, wire = sys.argv[1:]
+with sqlite3.connect(record) as engine:
+    assert engine.execute("pragma integrity_check").fetchall() == [("ok",)], "the file is damaged"
+    rows = engine.execute("select * from DATA order by rowid").fetchall()
+left = [",".join(row[2:5]) for row in rows]
+for reply, must_be_there in ScansOf(open(wire, encoding="utf-8").read()):
+    if left and left[0] == reply:
+        left.pop(0)
+    elif must_be_there:
+        sys.exit(f"the row of {reply!r} is not there; the next one is {left[:1]}")
+if left:
+    sys.exit(f"rows of no scan: {left}")

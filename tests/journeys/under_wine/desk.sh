@@ -1,0 +1,28 @@
+# shellcheck shell=bash
+# The program as it is built for Windows, in a folder of its own in a Windows of its own, Wine's, on a screen of its own with
+# mouse and keyboard. To be sourced behind "set -euo pipefail" by a script that is called with the build folder.
+
+build=$(realpath "$1")
+cd "$(dirname "${BASH_SOURCE[0]}")/../../.."
+. scripts/x11-session.sh
+
+export WINEPREFIX=$build/wine-with-screen WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe='
+hang_on=30
+desk=$scratch/desk # the program's folder
+wire=$desk/wire.log # what goes between the program and the bench
+
+OnExit() { wineserver -k || true; }
+
+# LayDesk [BENCH_FILE]: puts the program there, and as its VISA library the bench, the usual one or that of the file.
+LayDesk() {
+    mkdir -p "$desk/db"
+    cp "$build/bin/vantrel.exe" "$build/bench/visa64.dll" "$desk"
+    [[ $# -eq 0 ]] || export VANTREL_BENCH=$PWD/$1
+    export VANTREL_VISA=$desk/visa64.dll VANTREL_BENCH_LOG=$wire
+    # The words behind the name are handed on; the process is the program's own.
+    printf '#!/bin/sh\nexec wine "%s" "$@"\n' "$desk/vantrel.exe" >"$desk/vantrel"
+    # Without a display; nothing of that Windows is left when one with a display is to start.
+    printf '#!/bin/sh\nwine "%s" "$@" | tr -d "\\r"\nwineserver -w\n' "$build/bin/window-places.exe" >"$desk/window-places"
+    chmod +x "$desk/vantrel" "$desk/window-places"
+    [[ -d $WINEPREFIX ]] || { wineboot --init && wineserver -w; }
+}
