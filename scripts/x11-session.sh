@@ -216,11 +216,14 @@ Click() {
 # Keys KEY...
 Keys() { xdotool key --delay 30 "$@"; }
 
-# OpenList WINDOW COMBO: opens the list of a combo box.
+# OpenList WINDOW COMBO: opens the list of a combo box and leaves its window in opened_list. Keys that come before the list
+# is there would go to the box, clicks that come before it has gone would only close it.
 OpenList() {
-    local left top width height
+    local left top width height before
     read -r left top width height <<<"$(Place "$2")"
+    before=$(WindowsShown)
     ClickPixel "$1" $((left + width - 7)) $((top + height / 2))
+    WaitUntil "$hang_on" FindNewWindow "$before" || Fail "the list of $2 does not open"
 }
 
 # Pick WINDOW COMBO ENTRY: picks an entry, by its text, from the list of a combo box.
@@ -228,6 +231,7 @@ Pick() {
     local place=${number_of[$2.$3]:?there is no entry $3 in $2}
     OpenList "$1" "$2"
     Keys Home $(Repeated "$place" Down) Return
+    WaitGone "$opened_list"
 }
 
 # Repeated NUMBER KEY: the key so many times.
@@ -256,7 +260,13 @@ Menu() {
     Keys $(Repeated "${number_of[$menu]}" Right) $way Return
 }
 
-# WindowsShown: number of the program's windows on the screen, open menus included.
-WindowsShown() { xdotool search --onlyvisible --class vantrel 2>/dev/null | wc -l; }
+# WindowsShown: the program's windows on the screen, open menus and lists included.
+WindowsShown() { xdotool search --onlyvisible --class vantrel 2>/dev/null | sort; }
 
-HasMoreWindows() { (($(WindowsShown) > $1)); }
+HasMoreWindows() { (($(WindowsShown | wc -l) > $(wc -l <<<"$1"))); }
+
+# FindNewWindow BEFORE: leaves in opened_list the window that is on the screen and was not BEFORE, as WindowsShown told.
+FindNewWindow() {
+    opened_list=$(comm -13 <(echo "$1") <(WindowsShown) | head -1)
+    [[ $opened_list ]]
+}
