@@ -61,6 +61,24 @@ TEST_F(Sharpness, Plot_is_drawn_in_device_pixels_without_shades) {
         testing::ExitedWithCode(0), "ratio 2, 1860x100[0-9]");
 }
 
+TEST_F(Sharpness, Trace_lies_on_the_device_row_nearest_to_its_value) {
+    EXPECT_EXIT(
+        {
+            // 250.4 pixels below the upper edge of the plot: row 501 of the screen, and 500 if pixels were doubled.
+            const double zero_line = 8 * 7565.0 / 15;
+            const double reading = (zero_line - 250.4 * 15) / (7565.0 / 15);
+            ChannelColor(0, 0) = kTrace;
+            Passes(std::vector<double>(40, reading));
+            const QImage grab = Grab("draw_pic");
+            std::string rows;
+            for (int y = 0; y < grab.height(); ++y)
+                if (ColourAt(grab, 200, y) == kTrace) rows += " " + std::to_string(y);
+            std::fprintf(stderr, "ratio %g, trace on rows%s", grab.devicePixelRatio(), rows.c_str());
+            std::_Exit(rows == " 501 502" ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "ratio 2");
+}
+
 TEST_F(Sharpness, Property_picture_keeps_its_size_and_its_pixels) {
     EXPECT_EXIT(
         {

@@ -17,7 +17,7 @@ namespace vantrel {
 
 namespace {
 
-/// A line between two whole pixels. They may lie anywhere, so they are not integers.
+/// A line in pixels of a screen at scale 1. It begins and ends at the nearest pixels of the screen that it is drawn on.
 struct PixelLine {
     double x0, y0, x1, y1;
     QRgb colour;
@@ -77,12 +77,16 @@ private:
     /// Every pixel along the longer axis, at the nearest place on the other one: the same pixels, whatever is cut off.
     template <class DotRoutine>
     void Draw(const Pixels& pixels, const PixelLine& line, const DotRoutine& dot) const {
-        const double dx = line.x1 - line.x0;
-        const double dy = line.y1 - line.y0;
+        const double x0 = Scaled(line.x0);
+        const double y0 = Scaled(line.y0);
+        const double x1 = Scaled(line.x1);
+        const double y1 = Scaled(line.y1);
+        const double dx = x1 - x0;
+        const double dy = y1 - y0;
         if (std::abs(dx) >= std::abs(dy))
-            Walk(line.x0, line.x1, line.y0, dx == 0 ? 0 : dy / dx, pixels.width, pixels.height, dot);
+            Walk(x0, x1, y0, dx == 0 ? 0 : dy / dx, pixels.width, pixels.height, dot);
         else
-            Walk(line.y0, line.y1, line.x0, dx / dy, pixels.height, pixels.width, [&](auto y, auto x) { dot(x, y); });
+            Walk(y0, y1, x0, dx / dy, pixels.height, pixels.width, [&](auto y, auto x) { dot(x, y); });
     }
 
     /// Hands over each place, along and across the longer axis, at which a dot meets a picture of `end` by `end_across`
@@ -90,19 +94,17 @@ private:
     template <class DotRoutine>
     void Walk(double from, double to, double across, double slope, int end, int end_across,
               const DotRoutine& dot) const {
-        const double start = Scaled(from);
-        const double stop = Scaled(to);
-        const double base = Scaled(across);
-        const int first = static_cast<int>(std::clamp<double>(std::min(start, stop), 1 - pen_, end));
-        const int last = static_cast<int>(std::clamp<double>(std::max(start, stop), -pen_, end - 1));
+        const int first = static_cast<int>(std::clamp<double>(std::min(from, to), 1 - pen_, end));
+        const int last = static_cast<int>(std::clamp<double>(std::max(from, to), -pen_, end - 1));
         const double first_across = 1 - pen_;
         for (int at = first; at <= last; ++at) {
-            const double place = base + (at - start) * slope + 0.5;
+            const double place = across + (at - from) * slope + 0.5;
             if (place >= first_across && place < end_across) dot(at, place);
         }
     }
 
-    double Scaled(double pixel) const { return scale_ == 1 ? pixel : std::round(pixel * scale_); }
+    /// The nearest pixel of the canvas. It may lie anywhere, so it is not an integer.
+    double Scaled(double pixel) const { return std::round(pixel * scale_); }
 
     void Dot(const Pixels& pixels, int x, int y, QRgb colour) const {
         for (int row = std::max(y, 0); row < std::min(y + pen_, pixels.height); ++row)
@@ -197,7 +199,7 @@ private:
 
 PlotWidget& PlotOf(QWidget* widget) { return *static_cast<PlotWidget*>(widget); }
 
-double NearestPixel(float twips) { return std::round(static_cast<double>(twips) / kTwipsPerPixel); }
+double InPixels(float twips) { return static_cast<double>(twips) / kTwipsPerPixel; }
 
 float Finite(float value) {
     if (!std::isfinite(value)) throw RunTimeError(kOverflow);
@@ -229,7 +231,7 @@ void PictureBox::SetCurrent(float x, float y) {
 void PictureBox::Line(float x, float y, float dx, float dy, Colour colour) {
     const float end_x = Finite(x + dx);
     const float end_y = Finite(y + dy);
-    PlotOf(widget_).Add({NearestPixel(x), NearestPixel(y), NearestPixel(end_x), NearestPixel(end_y),
+    PlotOf(widget_).Add({InPixels(x), InPixels(y), InPixels(end_x), InPixels(end_y),
                          qRgb(RedOf(colour), GreenOf(colour), BlueOf(colour))});
     SetCurrent(end_x, end_y);
 }
