@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/toolkit/controls.h"
+#include "platform/toolkit/font.h"
 #include "platform/toolkit/window.h"
 
 namespace vantrel {
@@ -9,6 +10,7 @@ namespace vantrel {
 struct DCI_ACI_SET : Window {
     DCI_ACI_SET();
 
+    SmallLetters letters{*this};  // for "(Ohm )"
     Label Label3{*this, "Label3", {240, 360, 495, 285}, "R ="};
     TextBox ohm_set{*this, "ohm_set", {840, 360, 975, 285}};
     Label Label2{*this, "Label2", {1920, 360, 495, 255}, "(Ohm )"};

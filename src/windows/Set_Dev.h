@@ -4,6 +4,7 @@
 #include "platform/numbers.h"
 #include "platform/tables.h"
 #include "platform/toolkit/controls.h"
+#include "platform/toolkit/font.h"
 #include "platform/toolkit/grid.h"
 #include "platform/toolkit/window.h"
 
@@ -12,6 +13,7 @@ namespace vantrel {
 struct Set_Dev : Window {
     Set_Dev();
 
+    SmallLetters letters{*this};  // "4W,TEMP" has a quarter of the table beside its RTD type
     Label Label1{*this, "Label1", {120, 120, 855, 255}, "Device:"};
     ComboBox Combo1_dev{*this, "Combo1_dev", {1080, 120, 6015, 315}};
     MSFlexGrid Grid_Fun{*this, "Grid_Fun", {240, 600, 6855, 3255}, 10, 4, 0, 0};

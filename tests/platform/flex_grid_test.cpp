@@ -4,12 +4,14 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QFontMetrics>
 #include <QImage>
 #include <QPixmap>
 #include <QScreen>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTest>
+#include <cmath>
 #include <gtest/gtest.h>
 
 namespace vantrel {
@@ -204,6 +206,28 @@ TEST_F(Grids, Columns_end_where_their_sum_ends) {
     for (int col = 0; col < 4; ++col) grid.SetColWidth(col, 1713.75F);
     EXPECT_EQ(view.columnWidth(0) + view.columnWidth(1) + view.columnWidth(2) + view.columnWidth(3), 457);
     EXPECT_EQ(grid.ColWidth(3), 1713.75F);
+}
+
+TEST_F(Grids, What_is_too_little_for_a_column_goes_to_the_last_one) {
+    constexpr float kSpare = 9 * 15;
+    grid.SetCols(4);
+    for (int col = 0; col < 4; ++col) grid.SetColWidth(col, (grid.Width() - kSpare) / 4);
+    EXPECT_EQ(view.columnViewportPosition(3) + view.columnWidth(3), view.width());
+    EXPECT_EQ(grid.ColWidth(3), (grid.Width() - kSpare) / 4);
+    grid.SetColWidth(0, grid.ColWidth(0) - 20 * 15);
+    EXPECT_LT(view.columnViewportPosition(3) + view.columnWidth(3), view.width() - 20);
+}
+
+TEST_F(Grids, The_line_feed_of_a_reading_makes_it_no_narrower) {
+    const std::string reading = "+1.23456789E+00";
+    const double needed = QFontMetricsF(view.font()).horizontalAdvance(QString::fromStdString(reading));
+    grid.SetColWidth(3, static_cast<float>((std::ceil(needed) + 1) * 15));
+    grid.SetTextMatrix(3, 3, reading);
+    const QImage plain = view.viewport()->grab().toImage();
+    grid.SetTextMatrix(3, 3, reading + "\n");
+    EXPECT_EQ(view.viewport()->grab().toImage(), plain);
+    grid.SetTextMatrix(3, 3, reading + "0");
+    EXPECT_NE(view.viewport()->grab().toImage(), plain);
 }
 
 TEST_F(Grids, Rows_have_their_heights) {

@@ -27,7 +27,7 @@ public:
         setMaxVisibleItems(16);
         setMinimumContentsLength(0);
         lineEdit()->setMaxLength(std::numeric_limits<int>::max());
-        lineEdit()->setTextMargins(0, 0, 0, 0);
+        lineEdit()->setTextMargins(-kQtMargin, 0, -kQtMargin, 0);  // the style leaves what room there is
         // Qt looks the text up when the field is left or Enter is pressed. Cutting the field off ends that.
         lineEdit()->disconnect(this);
         connect(lineEdit(), &QLineEdit::textChanged, this, &QComboBox::editTextChanged);
@@ -87,9 +87,11 @@ private:
     }
 
     void Fit() {
-        constexpr int kFieldMargins = 5;  // with the cursor
-        lineEdit()->setFont(FittingFont(font(), lineEdit()->text(), lineEdit()->width() - kFieldMargins));
+        constexpr int kCursor = 1;
+        lineEdit()->setFont(FittingFont(font(), lineEdit()->text(), lineEdit()->width() - kCursor));
     }
+
+    static constexpr int kQtMargin = 2;  // pixels that Qt keeps on each side of a field's text
 
     quint64 press_time_ = 0;  // ms, as the window system counts
     QPointF press_place_;     // on the screen

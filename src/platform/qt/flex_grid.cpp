@@ -29,6 +29,14 @@ void PlaceSections(QHeaderView& header, const std::vector<float>& sizes, int fir
     }
 }
 
+/// Gives the last section what is left of `room` pixels beside it, if that is too little for a section of its own.
+void FillRoom(QHeaderView& header, int room) {
+    constexpr int kTooLittle = 16;
+    const int last = header.count() - 1;
+    const int spare = room - header.length();
+    if (last >= 0 && spare > 0 && spare < kTooLittle) header.resizeSection(last, header.sectionSize(last) + spare);
+}
+
 GridView& ViewOf(QWidget* widget) { return *static_cast<GridView*>(widget); }
 GridModel& CellsOf(QWidget* widget) { return ViewOf(widget).Cells(); }
 
@@ -193,7 +201,9 @@ void MSFlexGrid::SetRowHeight(int row, float height) {
 }
 
 void MSFlexGrid::PlaceCols() {
-    PlaceSections(*ViewOf(widget_).horizontalHeader(), widths_, 0);
+    QHeaderView& header = *ViewOf(widget_).horizontalHeader();
+    PlaceSections(header, widths_, 0);
+    FillRoom(header, widget_->width());
     ViewOf(widget_).Refresh();
 }
 

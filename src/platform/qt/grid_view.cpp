@@ -78,10 +78,12 @@ void GridView::Refresh() { viewport()->update(); }
 const GridView::Fitted& GridView::Fit(const QString& text, int width) const {
     const std::pair key(text, width);
     if (const Fitted* known = fitted_.object(key)) return *known;
-    auto* fitted = new Fitted{FittingFont(font(), text, width), {}, {}};
-    fitted->text = QFontMetrics(fitted->font).elidedText(text, Qt::ElideRight, width);
+    QString line = QString(text).replace('\r', ' ').replace('\n', ' ').replace('\t', ' ');
+    while (line.endsWith(' ')) line.chop(1);  // the line feed of the last reading takes no room
+    auto* fitted = new Fitted{FittingFont(font(), line, width), {}, {}};
+    fitted->text = QFontMetrics(fitted->font).elidedText(line, Qt::ElideRight, width);
     fitted->laid_out.setTextFormat(Qt::PlainText);
-    fitted->laid_out.setText(QString(fitted->text).replace('\r', ' ').replace('\n', ' ').replace('\t', ' '));
+    fitted->laid_out.setText(fitted->text);
     fitted->laid_out.prepare({}, fitted->font);
     fitted_.insert(key, fitted);
     return *fitted;
@@ -89,17 +91,18 @@ const GridView::Fitted& GridView::Fit(const QString& text, int width) const {
 
 void GridView::DrawFitting(QPainter& painter, const QRect& cell, Qt::Alignment alignment, const QString& text) const {
     if (text.isEmpty()) return;
-    const QRect room = cell.adjusted(kCellMargin, 0, -kCellMargin, 0);
-    const Fitted& fitted = Fit(text, room.width());
+    const Fitted& fitted = Fit(text, cell.width());
     painter.setFont(fitted.font);
     const QSizeF needed = fitted.laid_out.size();
-    const double spare = room.width() - needed.width();
-    if (spare >= 0 && needed.height() <= room.height()) {
-        const double indent = alignment & Qt::AlignHCenter ? spare / 2 : 0;
-        painter.drawStaticText(QPointF(room.left() + indent, room.top() + (room.height() - needed.height()) / 2),
+    const double spare = cell.width() - needed.width();
+    if (spare >= 0 && needed.height() <= cell.height()) {
+        // A text that needs the margins takes them.
+        const bool centred = alignment & Qt::AlignHCenter || spare < 2 * kCellMargin;
+        const double indent = centred ? spare / 2 : kCellMargin;
+        painter.drawStaticText(QPointF(cell.left() + indent, cell.top() + (cell.height() - needed.height()) / 2),
                                fitted.laid_out);
     } else {
-        painter.drawText(room, int(alignment | Qt::AlignVCenter) | Qt::TextSingleLine, fitted.text);
+        painter.drawText(cell, int(alignment | Qt::AlignVCenter) | Qt::TextSingleLine, fitted.text);
     }
 }
 
@@ -208,9 +211,10 @@ void GridView::DrawCell(QPainter& painter, const QRect& box, int row, int col) c
     painter.drawLine(box.topRight(), box.bottomRight());
     painter.drawLine(box.bottomLeft(), box.bottomRight());
     // The text of a wide band stays in sight when the band is scrolled.
-    const QRect seen = box & painter.clipBoundingRect().toRect();
+    const QRect inside = box.adjusted(0, 0, -1, -1);
+    const QRect seen = inside & painter.clipBoundingRect().toRect();
     painter.setPen(qGray(back.rgb()) < 110 ? Qt::white : palette().color(QPalette::Text));
-    DrawFitting(painter, IsMerged(row) ? seen : box, cells_->Alignment(row, col), ToQt(cells_->Text(row, col)));
+    DrawFitting(painter, IsMerged(row) ? seen : inside, cells_->Alignment(row, col), ToQt(cells_->Text(row, col)));
 }
 
 void GridView::dataChanged(const QModelIndex& top_left, const QModelIndex& bottom_right, const QList<int>& roles) {

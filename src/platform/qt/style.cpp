@@ -15,11 +15,12 @@ namespace vantrel {
 
 namespace {
 
-/// Width of a combo box's arrow in pixels. A narrow box needs the room for its text.
-int ComboArrowPixels(const QRect& box) { return box.width() < 60 ? 10 : 14; }
+/// Width of a combo box's arrow in pixels, and of the margins of its text. A narrow box needs the room for its text.
+int ComboArrowPixels(const QRect& box) { return box.width() < 60 ? 8 : 14; }
+int ComboMarginPixels(const QRect& box) { return box.width() < 60 ? 1 : 3; }
 
-/// Fusion, with combo boxes that leave room for a letter at 35 pixels, tab strips of exactly the designed height, and
-/// frames whose caption stands in their line.
+/// Fusion, with combo boxes that leave room for a letter at 35 pixels and for "4W,TEMP" at 57, tab strips of exactly
+/// the designed height, and frames whose caption stands in their line.
 class CompactStyle : public QProxyStyle {
 public:
     CompactStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
@@ -31,7 +32,8 @@ public:
             const int arrow = ComboArrowPixels(box);
             QRect at = box;
             if (part == SC_ComboBoxArrow) at = box.adjusted(box.width() - arrow - 1, 1, -1, -1);
-            if (part == SC_ComboBoxEditField) at = box.adjusted(2, 1, -arrow - 2, -1);
+            const int margin = ComboMarginPixels(box);
+            if (part == SC_ComboBoxEditField) at = box.adjusted(1 + margin, 1, -arrow - margin, -1);
             if (part != SC_ComboBoxListBoxPopup) return visualRect(option->direction, box, at);
         }
         return QProxyStyle::subControlRect(control, option, part, widget);
@@ -136,7 +138,6 @@ QPalette LightColours() {
     return colours;
 }
 
-constexpr int kFontPixels = 12;
 constexpr int kNarrowest = 60;  // percent of the normal width
 
 }  // namespace
@@ -146,7 +147,7 @@ void ApplyLook(QApplication& application) {
     QApplication::setPalette(LightColours());
     QFont font;
     font.setFamilies({"Liberation Sans", "Arial", "Helvetica", "DejaVu Sans"});
-    font.setPixelSize(kFontPixels);
+    font.setPixelSize(kLetterPixels);
     font.setStyleHint(QFont::SansSerif);
     QApplication::setFont(font);
     application.setEffectEnabled(Qt::UI_AnimateCombo, false);

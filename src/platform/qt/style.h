@@ -12,6 +12,10 @@ namespace vantrel {
 /// Height of a tab strip in pixels.
 inline constexpr int kTabStripPixels = 24;
 
+/// Height of the font: all texts that the windows are designed with fit into their places at their natural width.
+inline constexpr int kLetterPixels = 11;
+inline constexpr int kSmallLetterPixels = 10;  ///< in a window that asks for it
+
 /// Gives `application` the style, the colours and the font.
 void ApplyLook(QApplication& application);
 

@@ -3,8 +3,10 @@
 #include "platform/errors.h"
 #include "platform/qt/application.h"
 #include "platform/qt/dispatcher.h"
+#include "platform/qt/style.h"
 #include "platform/qt/text.h"
 #include "platform/qt/window_frame.h"
+#include "platform/toolkit/font.h"
 
 namespace vantrel {
 
@@ -41,5 +43,11 @@ bool Window::Visible() const { return frame_->isVisible(); }
 std::string Window::Caption() const { return FromQt(frame_->windowTitle()); }
 
 void Window::SetCaption(const std::string& caption) { frame_->setWindowTitle(ToQt(caption)); }
+
+SmallLetters::SmallLetters(Window& window) {
+    QFont font = window.ClientArea()->font();
+    font.setPixelSize(kSmallLetterPixels);
+    window.ClientArea()->setFont(font);
+}
 
 }  // namespace vantrel
