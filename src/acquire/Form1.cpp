@@ -43,6 +43,13 @@ void SetTableSizes(MSFlexGrid& table) {
     }
 }
 
+/// The tool tip of Start is given; the list beside it can say why there is nothing to start.
+void ExplainEmptyList(ComboBox& devices) {
+    devices.SetToolTipText(devices.ListCount() > 0 ? ""
+                                                   : "No instrument is connected, so Start is off.\n"
+                                                     "Choose Configuration, Connect to Instrument.");
+}
+
 void CloseSessions() {
     VisaStatus = viClose(FindList);
     VisaStatus = viClose(DefaultRM);
@@ -79,6 +86,7 @@ void Form1::Form_Load() {
     BuildColorTable();
     TrimSystemMenu(*this);
     Disable_All();
+    ExplainEmptyList(Combo1);
     ClearRunState();
     SetTrendDefaults();
     FillVocabulary();
@@ -148,6 +156,7 @@ void Form1::Connected_to_Instrument_Click() {
     The<Connect>().ShowModal();
     if (!IsLoaded<Connect>()) return;  // the session ended over it: its sessions are closed, and nothing was chosen
     const BusyCursor busy;
+    ExplainEmptyList(Combo1);
     if (DeviceCount == 0) {
         Disable_All();
     } else {

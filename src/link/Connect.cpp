@@ -56,6 +56,7 @@ void Connect::Form_Load() {
     MSFlexGrid1.SetTextMatrix(0, 1, "Model");
     MSFlexGrid1.SetTextMatrix(0, 2, "Information");
     Command1_Click();
+    if (DeviceCount > 0) Check1(0).SetFocus();
 }
 
 // Kept: K-no-cancel
@@ -68,6 +69,9 @@ void Connect::Command1_Click() {
     for (const Integer i : Each(kDevices)) VisaStatus = viClose(InstrSession(i));
     MSFlexGrid1.SetRows(1);
     Find_Instruments();
+    MSFlexGrid1.SetToolTipText(DeviceCount > 0 ? ""
+                                               : "No instrument with a scanner card was found.\n"
+                                                 "Check power and cable, then press Find.");
     Place_Check_Boxes();
     for (const Integer i : Each(DeviceCount)) {
         MSFlexGrid1.SetTextMatrix(i + 1, 2, DeviceSerial(i));

@@ -56,6 +56,7 @@ void Form2::Form_Load() {
         for (const Integer k : Each(kDevices)) Text1(k).SetVisible(false);
     }
     SSTab1.SetTab(0);
+    MSFlexGrid1(0).SetFocus();
     if (devices.ListCount() < kDevices) {
         for (int i = DeviceCount; i < kDevices; ++i) SSTab1.SetTabVisible(i, false);
     }

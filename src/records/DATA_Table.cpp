@@ -27,6 +27,7 @@ void DATA_Table::Form_Load() {
     }
     for (int i = DeviceCount; i < kDevices; ++i) SSTab1.SetTabVisible(i, false);
     SSTab1.SetTab(0);
+    MSFlexGrid1(0).SetFocus();
     for (const Integer d : Each(DeviceCount)) {
         LayOutScanGrid(MSFlexGrid1(d), ChannelCount(d));
         if (main.MSFlexGrid2(d).Rows() >= 3) CopyRows(main.MSFlexGrid2(d), MSFlexGrid1(d));

@@ -31,6 +31,7 @@ void DB_SET::Form_Load() {
         Combo1(i).SetWidth(MSFlexGrid1.ColWidth(1));
     }
     for (int i = devices.ListCount(); i < Combo1.Size(); ++i) Combo1(i).SetVisible(false);
+    if (devices.ListCount() > 0) Combo1(0).SetFocus();
 }
 
 void DB_SET::FillDbCombo(Integer device) {

@@ -34,12 +34,17 @@ Record_View_Form::Record_View_Form() : Window("Record_View_Form", "Record View",
 
 void Record_View_Form::Form_Load() {
     LayOutScanGrid(MSFlexGrid1, kChannels);
+    MSFlexGrid1.SetToolTipText("Select a record above and press Open.");
     Command1_Click();
 }
 
 void Record_View_Form::Command1_Click() {
     List1.Clear();
     for (const std::string& entry : DbEntries()) List1.AddItem(entry);  // Kept: K-mdb
+    List1.SetToolTipText(List1.ListCount() > 0
+                             ? ""
+                             : "There is no record yet: the first Start with a record from Set Record "
+                               "makes one.");
 }
 
 void Record_View_Form::Command2_Click() {
@@ -73,6 +78,7 @@ void Record_View_Form::LoadRecord(const std::string& path) {
     }
     rows.MoveLast();
     RowTotal = static_cast<double>(rows.RecordCount());
+    MSFlexGrid1.SetToolTipText("");
     // Kept: K-pages
     if (RowTotal >= kPage) {
         if (RowTo == -1) {

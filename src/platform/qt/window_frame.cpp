@@ -92,6 +92,10 @@ void WindowFrame::AttachToOwner() {
 
 void WindowFrame::FocusFirstControl() {
     if (focusWidget()) return;
+    if (IsMain()) {  // a person begins with the menu; F10 opens it
+        setFocus(Qt::OtherFocusReason);
+        return;
+    }
     for (QWidget* next = nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
         if (next->focusPolicy() & Qt::TabFocus && next->isVisibleTo(this) && next->isEnabled() && !next->focusProxy()) {
             next->setFocus(Qt::OtherFocusReason);

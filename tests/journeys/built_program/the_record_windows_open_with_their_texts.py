@@ -25,7 +25,7 @@ with Desk() as desk:
                         [""] * 22],
         "prev_DB": Shows("Previous", "Show the 1000 rows before", enabled=False),
         "next_DB": Shows("Next", "Show the next 1000 rows", enabled=False),
-    })
+    }, {"MSFlexGrid1": "Select a record above and press Open."})
     Expect(sorted(browser["List1"].Entries()), records)
     browser["Command4"].Click()
     browser.WaitGone()

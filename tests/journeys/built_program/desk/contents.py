@@ -16,9 +16,10 @@ class Shows(NamedTuple):
     checked: bool = False
 
 
-def ExpectContents(window, caption, controls):
+def ExpectContents(window, caption, controls, tool_tips={}):
     """The window is active, and shows exactly these controls: a Shows, a text for a control that has no more than that,
-    the cells of a grid, or None for a picture. A window without a caption has a blank in its title bar."""
+    the cells of a grid, or None for a picture. A window without a caption has a blank in its title bar. Grids and pictures
+    have these tool tips and no others."""
     Expect(window.Title(), caption, "caption")
     Expect(window.TitleBar(), caption or " ", "title bar")
     Expect([name for name, is_seen in window.Visible().items() if is_seen and name not in controls], [],
@@ -29,7 +30,9 @@ def ExpectContents(window, caption, controls):
     others = {name: Shows(shows) if isinstance(shows, str) else shows
               for name, shows in controls.items() if name not in grids and shows is not None}
     Expect(_Seen(window, others), others, f"controls on {caption}")
-    _ExpectNoToolTip(window, [name for name, shows in controls.items() if name in grids or shows is None])
+    wordless = [name for name, shows in controls.items() if name in grids or shows is None]
+    if wordless:
+        Expect(window.ToolTips(*wordless), {name: tool_tips.get(name, "") for name in wordless}, "tool tips")
 
 
 def ExpectMessage(desk, text):
@@ -45,7 +48,3 @@ def _Seen(window, names):
     rest = (window.ToolTips(*names), window.Enabled(*names), window.Checked(*names))
     return {name: Shows(texts[name], *(column[name] for column in rest)) for name in names}
 
-
-def _ExpectNoToolTip(window, names):
-    if names:
-        Expect(window.ToolTips(*names), dict.fromkeys(names, ""), "tool tips")
