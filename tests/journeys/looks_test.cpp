@@ -197,6 +197,21 @@ TEST_F(Looks, Windows_of_a_run_and_its_record_show_all_readings_whole_and_in_one
     user.Click("Form1", "Command9");
 }
 
+TEST_F(Looks, The_font_of_the_desktop_changes_nothing) {
+    Open();
+    QApplication::setFont(QFont("DejaVu Sans", 16, QFont::Bold));
+    Connect({0});
+    LookAt("Form1");
+    LookWhenShown("Form4", "Command1");
+    user.Menu("set_read");
+    user.WhenShown("Set_Dev", [this] {
+        LookAt("Set_Dev");
+        EXPECT_EQ(user.FindControl("Set_Dev", "Label1")->font().weight(), QFont::Normal);
+        user.Click("Set_Dev", "Command2");
+    });
+    user.Menu("set_sc");
+}
+
 TEST_F(Looks, The_tables_end_with_their_last_column) {
     Open();
     const auto* table = static_cast<QTableView*>(user.FindControl("Form1", "MSFlexGrid1(0)"));

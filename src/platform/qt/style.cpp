@@ -142,14 +142,20 @@ constexpr int kNarrowest = 60;  // percent of the normal width
 
 }  // namespace
 
+QFont Letters(int pixels) {
+    QFont font;
+    font.setFamilies({"Liberation Sans", "Arial", "Helvetica", "DejaVu Sans"});
+    font.setPixelSize(pixels);
+    font.setStyleHint(QFont::SansSerif);
+    font.setWeight(QFont::Normal);
+    font.setStyle(QFont::StyleNormal);
+    return font;
+}
+
 void ApplyLook(QApplication& application) {
     QApplication::setStyle(new CompactStyle);
     QApplication::setPalette(LightColours());
-    QFont font;
-    font.setFamilies({"Liberation Sans", "Arial", "Helvetica", "DejaVu Sans"});
-    font.setPixelSize(kLetterPixels);
-    font.setStyleHint(QFont::SansSerif);
-    QApplication::setFont(font);
+    QApplication::setFont(Letters());
     application.setEffectEnabled(Qt::UI_AnimateCombo, false);
 }
 

@@ -16,6 +16,10 @@ inline constexpr int kTabStripPixels = 24;
 inline constexpr int kLetterPixels = 11;
 inline constexpr int kSmallLetterPixels = 10;  ///< in a window that asks for it
 
+/// The font of a window. To be set on the window itself: some desktops give all of an application their own font while
+/// it runs.
+QFont Letters(int pixels = kLetterPixels);
+
 /// Gives `application` the style, the colours and the font.
 void ApplyLook(QApplication& application);
 

@@ -44,10 +44,6 @@ std::string Window::Caption() const { return FromQt(frame_->windowTitle()); }
 
 void Window::SetCaption(const std::string& caption) { frame_->setWindowTitle(ToQt(caption)); }
 
-SmallLetters::SmallLetters(Window& window) {
-    QFont font = window.ClientArea()->font();
-    font.setPixelSize(kSmallLetterPixels);
-    window.ClientArea()->setFont(font);
-}
+SmallLetters::SmallLetters(Window& window) { window.ClientArea()->setFont(Letters(kSmallLetterPixels)); }
 
 }  // namespace vantrel

@@ -2,6 +2,7 @@
 
 #include "platform/qt/application.h"
 #include "platform/qt/dispatcher.h"
+#include "platform/qt/style.h"
 #include "platform/qt/text.h"
 
 #include <QApplication>
@@ -48,6 +49,7 @@ WindowFrame::WindowFrame(Window* window, const std::string& name, const std::str
       client_(new QWidget(this)) {
     setObjectName(ToQt(name));
     setWindowTitle(ToQt(caption));
+    setFont(Letters());
     const QSize size(ToPixels(client.width), ToPixels(client.height));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
