@@ -140,11 +140,12 @@ FindWindow() {
     return 1
 }
 
-# WaitWindow WINDOW|TITLE: prints the id of the window once it is up: active, painted and at rest. Message boxes and the
-# dialogs of the toolkit go by their titles; that of a message box is VANTREL.
+# WaitWindow WINDOW|TITLE [PLACE]: prints the id of the window once it is up: active, painted and at rest, of a window
+# that goes on changing in this place. Message boxes and the dialogs of the toolkit go by their titles; that of a message box
+# is VANTREL.
 WaitWindow() {
     local end=$((SECONDS + hang_on)) id
-    until id=$(FindWindow "$@") && IsUp "$id"; do
+    until id=$(FindWindow "$1") && IsUp "$id" "${@:2}"; do
         ProgramRuns || Fail "the program ended before its window \"$1\" came: $(<"$scratch/program.log")"
         ((SECONDS < end)) || Fail "the window \"$1\" does not come within $hang_on s"
         sleep 0.05
@@ -163,9 +164,9 @@ Colours() { Picture "$@" | convert - -format '%k' info:; }
 IsUp() {
     [[ $(xdotool getactivewindow 2>/dev/null) == "$1" ]] || return 1
     local before
-    before=$(Measure "$1" X) && before+=$(Look "$1") || return 1
+    before=$(Measure "$1" X) && before+=$(Look "$@") || return 1
     sleep 0.1
-    [[ $before == $(Measure "$1" X)$(Look "$1") ]]
+    [[ $before == $(Measure "$1" X)$(Look "$@") ]]
 }
 
 # Picture WINDOW [PLACE]: what it looks like, as a picture on the standard output.
