@@ -184,7 +184,9 @@ protected:
                 return QFontMetrics(w->font()).horizontalAdvance(text);
             };
             if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
-                EXPECT_LE(width_of(edit, edit->text()), edit->width() - 4) << edit->text().toStdString();
+                const QMargins margins = edit->textMargins() + 2;  // Qt adds 2 pixels to those that are set
+                const int room = edit->width() - margins.left() - margins.right();
+                EXPECT_LE(width_of(edit, edit->text()), room) << edit->text().toStdString();
             } else if (auto* label = qobject_cast<QLabel*>(widget)) {
                 const QRect room = label->rect();
                 const QRect text = QFontMetrics(label->font()).boundingRect(room, Qt::TextWordWrap, label->text());
