@@ -153,7 +153,7 @@ Outcome Play(Shape shape, const std::optional<Fault>& fault) {
     const bool had_failed = testing::Test::HasFailure();
     const pid_t child = fork();
     if (child == 0) {
-        constexpr int kHangs = 100;  // seconds
+        constexpr int kHangs = 600;  // seconds, with the sanitizers and on a busy machine
         alarm(kHangs);
         setenv("TMPDIR", place.Path().c_str(), 1);
         Person person(report);
