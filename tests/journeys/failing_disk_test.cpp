@@ -127,7 +127,7 @@ private:
         for (int call = 1; call <= calls; ++call)
             for (const int cause : {ENOSPC, EIO, EACCES})
                 for (const bool is_lasting : {false, true}) all.push_back({call, cause, is_lasting});
-        const Rounds rounds(6);
+        const Rounds rounds(4);
         std::mt19937 chance = rounds.Chance(0);
         std::vector<Fault> cases;
         std::ranges::sample(all, std::back_inserter(cases), rounds.Count(), chance);
