@@ -104,6 +104,9 @@ bool Delete(const std::string& path);
 /// The path of the file itself, from the root on, whatever link leads to it; empty where `path` leads to no file.
 std::string TruePath(const std::string& path);
 
+/// The folder that `path` leads through; "." for none.
+std::string FolderOf(const std::string& path);
+
 /// True if this user may make files in `folder`.
 bool MayMakeFilesIn(const std::string& folder);
 

@@ -135,8 +135,7 @@ Connection::Connection(const std::string& path) : file_(OpenFile::Hold(path)) {
     if (path_.empty()) throw RunTimeError(kFileMissing);
     const std::string header = CheckFormat(path_);
     // Without the right to make a journal every write would fail later.
-    const std::string folder = os::TextOf(os::PathOf(path_).parent_path());
-    if (!os::MayMakeFilesIn(folder)) throw RunTimeError(kNoPermission);
+    if (!os::MayMakeFilesIn(os::FolderOf(path_))) throw RunTimeError(kNoPermission);
     try {
         Open(path_);
         if (sqlite3_db_readonly(database_, "main") != 0) throw RunTimeError(kNoPermission);

@@ -193,6 +193,11 @@ std::string TruePath(const std::string& path) {
     return std::filesystem::canonical(path, fault).string();
 }
 
+std::string FolderOf(const std::string& path) {
+    const std::filesystem::path folder = PathOf(path).parent_path();
+    return folder.empty() ? "." : TextOf(folder);
+}
+
 bool CanSyncFolders() { return true; }
 
 bool MayMakeFilesIn(const std::string& folder) { return access(folder.c_str(), W_OK | X_OK) == 0; }

@@ -11,11 +11,6 @@ namespace vantrel::os {
 
 namespace {
 
-std::string FolderOf(const std::string& path) {
-    const std::filesystem::path folder = PathOf(path).parent_path();
-    return folder.empty() ? "." : TextOf(folder);
-}
-
 /// A name for the file while it is made: always the same, of a fixed length, so that the file's own may be as long as
 /// the system allows.
 std::string PathAside(const std::string& path) {

@@ -40,23 +40,25 @@ sys_seconds MomentOf(const SYSTEMTIME& fields) {
            seconds(fields.wSecond);
 }
 
-using Conversion = BOOL WINAPI(const DYNAMIC_TIME_ZONE_INFORMATION*, const SYSTEMTIME*, SYSTEMTIME*);
+using Conversion = BOOL WINAPI(const TIME_ZONE_INFORMATION*, const SYSTEMTIME*, SYSTEMTIME*);
 
 /// `moment` moved by `convert` from one time to the other, by the rules of its year. Beyond the system's calendar it is
 /// left as it is.
 sys_seconds Converted(sys_seconds moment, Conversion* convert) {
     const int year = static_cast<int>(year_month_day(floor<days>(moment)).year());
+    if (year <= kFirstYear || year >= kLastYear) return moment;
+    TIME_ZONE_INFORMATION zone{};
     SYSTEMTIME converted{};
-    const bool is_known = year > kFirstYear && year < kLastYear;
-    if (!is_known) return moment;
     const SYSTEMTIME fields = FieldsOf(moment);
-    return convert(nullptr, &fields, &converted) != 0 ? MomentOf(converted) : moment;
+    const bool is_converted =
+        GetTimeZoneInformationForYear(fields.wYear, nullptr, &zone) != 0 && convert(&zone, &fields, &converted) != 0;
+    return is_converted ? MomentOf(converted) : moment;
 }
 
 }  // namespace
 
 std::tm LocalTime(std::int64_t moment) {
-    const sys_seconds local = Converted(sys_seconds(seconds(moment)), SystemTimeToTzSpecificLocalTimeEx);
+    const sys_seconds local = Converted(sys_seconds(seconds(moment)), SystemTimeToTzSpecificLocalTime);
     const auto day = floor<days>(local);
     const year_month_day date(day);
     const std::chrono::hh_mm_ss time(local - day);
@@ -76,7 +78,7 @@ std::int64_t FromLocalTime(std::tm fields) {
                                             std::chrono::day(1));
     const sys_seconds local = sys_days(first) + days(fields.tm_mday - 1) + std::chrono::hours(fields.tm_hour) +
                               std::chrono::minutes(fields.tm_min) + seconds(fields.tm_sec);
-    return Converted(local, TzSpecificLocalTimeToSystemTimeEx).time_since_epoch().count();
+    return Converted(local, TzSpecificLocalTimeToSystemTime).time_since_epoch().count();
 }
 
 }  // namespace vantrel::os

@@ -15,7 +15,7 @@ namespace {
 std::string PathAside(const std::string& path) {
     char name[32];
     std::snprintf(name, sizeof name, ".making-%016zx", std::hash<std::string>{}(FileNameOf(path)));
-    return FolderOf(path) + name;
+    return FolderOf(path) + "/" + name;
 }
 
 /// `fault` is what stands against a file of that name.

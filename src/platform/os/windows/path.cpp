@@ -55,7 +55,9 @@ std::wstring WholePath(const std::wstring& path) {
 
 std::string FolderOf(const std::string& path) {
     const std::size_t end = path.find_last_of("/\\");
-    return end == std::string::npos ? "./" : path.substr(0, end + 1);
+    if (end == std::string::npos) return ".";
+    const bool is_drive = end > 0 && path[end - 1] == ':';
+    return path.substr(0, is_drive ? end + 1 : end);
 }
 
 std::string FileNameOf(const std::string& path) { return path.substr(path.find_last_of("/\\") + 1); }

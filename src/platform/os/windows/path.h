@@ -13,9 +13,6 @@ std::wstring SystemPath(std::string_view path);
 /// The whole path of `path`, from the drive or the server on.
 std::wstring WholePath(const std::wstring& path);
 
-/// The folder that `path` leads through, with a separator at its end; "./" for none.
-std::string FolderOf(const std::string& path);
-
 /// The last part of `path`.
 std::string FileNameOf(const std::string& path);
 
