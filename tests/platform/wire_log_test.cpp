@@ -75,7 +75,7 @@ TEST_F(WireLogFile, Bytes_of_any_value_are_readable) {
 }
 
 TEST_F(WireLogFile, Is_added_to) {
-    std::ofstream(path) << "what was there\n";
+    std::ofstream(path, std::ios::binary) << "what was there\n";
     WireLog log(path.c_str());
     EXPECT_EQ(Contents(), "what was there\n2026-03-04 10:00:00.000 begins\n");
 }
