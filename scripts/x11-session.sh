@@ -161,12 +161,15 @@ IsGone() { ! xwininfo -id "$1" 2>/dev/null | grep -q IsViewable; }
 # Colours WINDOW [PLACE]: number of different colours.
 Colours() { Picture "$@" | convert - -format '%k' info:; }
 
+# IsUp WINDOW [PLACE]: whether it is active, and does not change but for a cursor that blinks.
 IsUp() {
     [[ $(xdotool getactivewindow 2>/dev/null) == "$1" ]] || return 1
-    local before
-    before=$(Measure "$1" X) && before+=$(Look "$@") || return 1
+    local left changed
+    left=$(Measure "$1" X) && Picture "$@" >"$scratch/before.png" || return 1
     sleep 0.1
-    [[ $before == $(Measure "$1" X)$(Look "$@") ]]
+    Picture "$@" >"$scratch/after.png" || return 1
+    changed=$(compare -metric AE "$scratch/before.png" "$scratch/after.png" null: 2>&1) || true
+    [[ $changed =~ ^[0-9]{1,2}$ && $left == $(Measure "$1" X) ]] # fewer than a hundred pixels
 }
 
 # Picture WINDOW [PLACE]: what it looks like, as a picture on the standard output.
