@@ -129,6 +129,8 @@ void Fetch_Readings(Integer device) {
         do {
             const Integer taken_before = f;
             FillRow(device, start, fields, f, got);
+            // A plan that has lost its channels since the last row, as by Connect, takes no field ever again.
+            if (f == taken_before && start == 0 && got > 0) break;
             const double n = Val(The<Form4>().N_SCAN.Text());
             active = ActiveChannels(device);
             // Kept: K-number-row
@@ -136,10 +138,7 @@ void Fetch_Readings(Integer device) {
                 HandOnRow(device, got);
                 start = 0;
             } else if (f == taken_before) {
-                // The plan has no channel left for the fields, as another instrument's plan may: they begin the next
-                // row. If that has no channel either, the fetch ends.
-                if (start == 0) break;
-                start = 0;
+                start = 0;  // the plan has no channel left for the fields: they begin the next row
             }
         } while (f <= last);
         start = Mod(got, active);  // Kept: K-cut-by-reads

@@ -147,6 +147,16 @@ TEST_F(FetchedReadings, A_rest_for_which_the_plan_leaves_no_channel_goes_to_the_
     EXPECT_EQ(ScanCount(0), 0);
 }
 
+TEST_F(FetchedReadings, End_where_the_plan_has_lost_its_channels_between_two_rows) {
+    Ready(kFourChannels, "1,2,3,4,5,6,7,8\n");
+    After(0, [] {
+        for (const Integer ch : Each(10)) ChannelPlan(0, ch) = "NONE";
+    });
+    Fetch_Readings(0);
+    EXPECT_EQ(Rows(4), (std::vector<Texts>{{"1", "2", "3", "4"}}));
+    EXPECT_EQ(ScanCount(0), 1);
+}
+
 TEST_F(FetchedReadings, An_empty_field_leaves_the_cell_and_counts_no_reading) {
     Ready(kFourChannels, "1,,3,4\n");
     ScanRow(0, 1) = "old";
