@@ -264,6 +264,15 @@ TEST_F(Record, Reaches_a_row_once_that_it_added_in_the_place_of_a_deleted_last_o
     EXPECT_EQ(Walk(rows), (Texts{"1", "2", "3"}));
 }
 
+TEST_F(Record, Stays_as_it_is_after_an_edit_in_which_nothing_was_set) {
+    AddRows(database, {"1", "2"});
+    Recordset rows = All();
+    rows.Edit();
+    EXPECT_EQ(ErrorOf([&] { rows.Update(); }), 0);
+    EXPECT_EQ(Stored(), (Texts{"1", "2"}));
+    EXPECT_EQ(ErrorOf([&] { rows.Set("num", "5"); }), kNoCurrentEdit);
+}
+
 TEST_F(Record, Writes_only_the_columns_that_were_set) {
     AddRows(database, {"1"});
     Recordset mine = All();

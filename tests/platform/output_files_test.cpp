@@ -12,6 +12,9 @@
 #include <gtest/gtest.h>
 #include <stdexcept>
 #ifndef _WIN32
+#include "support/file_calls.h"
+
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -207,6 +210,21 @@ TEST_F(OutputFile, On_a_full_disk_fails_at_its_close_at_the_latest) {
     OpenForOutput("/dev/full", 1);
     EXPECT_EQ(PrintError("one"), 0);
     EXPECT_EQ(CloseError(), kDiskFull);
+}
+
+TEST_F(OutputFile, That_has_no_room_to_be_made_in_is_a_full_disk) {
+    FileCalls calls(folder.Path());
+    calls.FailFrom(1, ENOSPC, false);
+    EXPECT_EQ(OpenError(path), kDiskFull);
+}
+
+TEST_F(OutputFile, That_cannot_be_emptied_is_refused_and_stays_as_it_was) {
+    WriteFileBytes(path, "kept");
+    FileCalls calls(folder.Path());
+    calls.FailFrom(2, EIO, false);  // behind the opening
+    EXPECT_EQ(OpenError(path), kPermissionDenied);
+    EXPECT_EQ(FileBytes(path), "kept");
+    EXPECT_EQ(OpenError(path), 0);  // nobody holds it
 }
 
 TEST_F(OutputFile, Keeps_its_number_after_an_error_while_it_is_written) {
