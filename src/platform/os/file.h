@@ -59,7 +59,6 @@ public:
     File() = default;
     ~File() { Close(); }
     File(File&& other) noexcept : handle_(other.handle_) { other.handle_ = kNone; }
-    File& operator=(File&& other) noexcept;
     File(const File&) = delete;
     File& operator=(const File&) = delete;
 

@@ -103,11 +103,6 @@ std::optional<FileIdentity> IdentityOf(const std::string& path) {
     return Identity(status);
 }
 
-File& File::operator=(File&& other) noexcept {
-    std::swap(handle_, other.handle_);
-    return *this;
-}
-
 Fault File::Open(const std::string& path, Use use) {
     Close();
     const int descriptor = open(path.c_str(), Flags(use), kForAll);

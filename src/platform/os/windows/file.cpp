@@ -105,11 +105,6 @@ std::optional<FileIdentity> IdentityOf(const std::string& path) {
     return identity;
 }
 
-File& File::operator=(File&& other) noexcept {
-    std::swap(handle_, other.handle_);
-    return *this;
-}
-
 Fault File::Open(const std::string& path, Use use) {
     Close();
     if (!IsFileName(FileNameOf(path))) return Fault::kBadName;
