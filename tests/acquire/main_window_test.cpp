@@ -524,15 +524,35 @@ TEST_F(About, Opens_its_address_through_the_command_interpreter) {
 #endif
 }
 
-TEST_F(About, Opens_its_address_in_the_default_browser_where_there_is_no_such_interpreter) {
-    HideInterpreter(folder);
-    Open();
+/// Clicks the address, which the default browser shows then.
+void ExpectDefaultBrowser(User& user) {
     QTextBrowser browser;
     QDesktopServices::setUrlHandler("https", &browser, "setSource");
     user.Menu("About");
     user.Click("about_form", "Label4");
     EXPECT_EQ(FromQt(browser.source().toString()), user.Text("about_form", "Label4"));
 }
+
+TEST_F(About, Opens_its_address_in_the_default_browser_where_there_is_no_such_interpreter) {
+    HideInterpreter(folder);
+    Open();
+    ExpectDefaultBrowser(user);
+}
+
+#ifndef _WIN32
+TEST_F(About, Opens_its_address_in_the_default_browser_where_the_interpreter_cannot_be_run) {
+    WriteFileBytes(folder / "cmd.exe", "no program");
+    HideInterpreter(folder);
+    Open();
+    ExpectDefaultBrowser(user);
+}
+
+TEST_F(About, Opens_its_address_in_the_default_browser_where_no_folder_of_programs_is_named) {
+    unsetenv("PATH");
+    Open();
+    ExpectDefaultBrowser(user);
+}
+#endif
 
 TEST_F(About, Opens_its_address_by_keyboard_and_comes_up_with_EXIT_ready) {
     HideInterpreter(folder);

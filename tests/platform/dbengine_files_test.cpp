@@ -292,9 +292,10 @@ TEST_F(Record, Answers_queries_in_any_case_and_spacing) {
 }
 
 TEST_F(Record, Raises_3075_for_every_other_query) {
-    for (const char* query : {"", "select", "select num from data", "select * from", "select * from data where",
-                              "select * from data where NUM=2", "select * from data where NUM='2", "delete from data",
-                              "select * from data where NUM='2' or NUM='3'", "select * from data; drop table data"})
+    for (const char* query :
+         {"", "select", "select num from data", "select * from", "select * from []", "select * from [data",
+          "select * from data where", "select * from data where NUM=2", "select * from data where NUM='2",
+          "delete from data", "select * from data where NUM='2' or NUM='3'", "select * from data; drop table data"})
         EXPECT_EQ(ErrorOf([&] { database.OpenRecordset(query); }), kEngineSyntax) << query;
 }
 

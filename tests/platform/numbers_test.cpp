@@ -106,6 +106,7 @@ TEST(Val, Overflows_beyond_the_range_of_a_float) {
 
 TEST(Val, Gives_0_for_a_number_too_small_for_a_float) {
     EXPECT_EQ(Val("1E-400"), 0);
+    EXPECT_EQ(Val("1e-400"), 0);
     EXPECT_EQ(Val("1E-99999999999999999999"), 0);
     EXPECT_EQ(Val("0." + std::string(400, '0') + "1"), 0);
     EXPECT_EQ(Val("0E999"), 0);
