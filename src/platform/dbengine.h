@@ -117,8 +117,10 @@ public:
     void AppendTableDef(const TableDef& table);
     /// `source`: "select * from <table>" or the same with "where <column>='<text>'"; any case and spacing;
     /// else error 3075. No such table: 3078, no such column: 3265. A row of a column that numbers the rows 1, 2, 3 ...
-    /// is found without a scan. `columns`: the only ones that are wanted of it; no such column: 3265.
-    Recordset OpenRecordset(const std::string& source, const std::vector<std::string>& columns = {});
+    /// is found without a scan.
+    Recordset OpenRecordset(const std::string& source);
+    /// The same with only `columns` of the rows, or none at all. No such column: 3265.
+    Recordset OpenRecordset(const std::string& source, const std::vector<std::string>& columns);
     /// Ends the access (an open Transaction is committed first); the database's recordsets end with it. A new database
     /// comes into being: see CreateDatabase. Closing a closed one does nothing; using it raises 3420.
     void Close();

@@ -19,6 +19,7 @@ namespace {
 constexpr const char* kNoReading = " ";
 constexpr double kOverload = 9.9E+8;  // of a reading; and in twips, the step that is drawn for one beyond it
 constexpr int kGridRows = 10;
+const std::vector<std::string> kNoColumns;  // of rows that need only be there
 
 bool IsChannel(const std::string& name) {
     static const std::vector<std::string> channels = [] {
@@ -160,7 +161,9 @@ std::string Record_View_Draw::StoredText(Database& database, double row, const s
 void Record_View_Draw::Slider1_Click() {
     if (Record_Path.empty()) return;  // nothing has been drawn
     try {
-        Open_Draw_Record(Record_Path);  // Kept: K-cursor
+        Database database = TheDBEngine().OpenDatabase(Record_Path);  // Kept: K-cursor
+        Record_Rs = database.OpenRecordset("select * from data", kNoColumns);
+        Record_Db = database;
         Row_Index = Slider1.Value();
         Text1.SetText(Str(Row_Index));
         if (Record_Rs.RecordCount() != 0) show_value.SetText(StoredText(Record_Db, Row_Index, Record_Channel, ""));

@@ -179,7 +179,7 @@ std::string Connection::CheckFormat(const std::string& path) const {
 void Connection::Configure(std::string_view header) {
     sqlite3_busy_handler(database_, WaitForLock, nullptr);
     sqlite3_db_config(database_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    Run(kAnyTable);  // fails, and writes nothing, if the rest is not a database after all
+    Prepare(kAnyTable);  // reads what tables there are; fails, and writes nothing, if the rest is not a database
     if (HasWriteAheadLog(header)) {
         Statement journal = Prepare("pragma journal_mode=delete");
         if (!journal.Step() || journal.View(0) != "delete") throw RunTimeError(kLockedByOther);
@@ -248,7 +248,7 @@ bool Connection::Has(const std::string& table, const char* column) {
 
 bool Connection::HasTable(const std::string& name) { return Has(name, nullptr); }
 
-std::shared_ptr<const Table> Connection::FindTable(const std::string& name, const std::vector<std::string>& wanted) {
+std::shared_ptr<const Table> Connection::FindTable(const std::string& name, const ColumnNames& wanted) {
     for (const auto& table : tables_)
         if (SameName(table->name, name) && table->wanted == wanted) return table;
 
@@ -256,12 +256,11 @@ std::shared_ptr<const Table> Connection::FindTable(const std::string& name, cons
     auto table = std::make_shared<Table>();
     std::ranges::transform(name, std::back_inserter(table->name), Lower);
     table->wanted = wanted;
-    std::string names;
-    for (const std::string& column : wanted) {
+    std::string names = wanted ? "" : ",*";
+    for (const std::string& column : wanted.value_or(std::vector<std::string>{})) {
         if (!Has(name, column.c_str())) throw RunTimeError(kItemNotFound);
         names += "," + Quoted(column);
     }
-    if (wanted.empty()) names = ",*";
     const std::string quoted = Quoted(table->name);
     const std::string rows =
         "select _rowid_" + names + " from " + quoted + " where _rowid_ between ?1 and ?2 order by _rowid_";

@@ -16,7 +16,8 @@
 
 namespace vantrel::engine {
 
-using Text = std::optional<std::string>;  // nullopt is Null
+using Text = std::optional<std::string>;                      // nullopt is Null
+using ColumnNames = std::optional<std::vector<std::string>>;  // nullopt is all columns
 
 /// Equal but for the case of the letters A to Z.
 bool SameName(std::string_view a, std::string_view b);
@@ -26,8 +27,8 @@ std::string Quoted(std::string_view name);
 
 /// A table, or some columns of it, and the statements that its rows are read and added with.
 struct Table {
-    std::string name;                 ///< in small letters
-    std::vector<std::string> wanted;  ///< the columns that were asked for; empty for all
+    std::string name;    ///< in small letters
+    ColumnNames wanted;  ///< the columns that were asked for
     std::vector<std::string> columns;
     std::string first_row;  ///< row id and columns of the first row with an id from ?1 to ?2
     std::string last_row;   ///< the same of the last row
@@ -114,7 +115,7 @@ public:
     bool HasTable(const std::string& name);
     /// The table of that name, whatever its case, or the `wanted` ones of its columns. Error 3078 for no such table,
     /// 3265 for no such column.
-    std::shared_ptr<const Table> FindTable(const std::string& name, const std::vector<std::string>& wanted);
+    std::shared_ptr<const Table> FindTable(const std::string& name, const ColumnNames& wanted);
 
 private:
     /// Column `column` of a table; the table itself for nullptr.

@@ -66,6 +66,11 @@ void Database::AppendTableDef(const TableDef& table) {
     connection.Run("create table " + engine::Quoted(table.Name) + "(" + columns + ")");
 }
 
+Recordset Database::OpenRecordset(const std::string& source) {
+    if (!Opened(connection_).IsOpen()) throw RunTimeError(kObjectClosed);
+    return Recordset(std::make_shared<engine::Rows>(connection_, engine::ParseSource(source), std::nullopt));
+}
+
 Recordset Database::OpenRecordset(const std::string& source, const std::vector<std::string>& columns) {
     if (!Opened(connection_).IsOpen()) throw RunTimeError(kObjectClosed);
     return Recordset(std::make_shared<engine::Rows>(connection_, engine::ParseSource(source), columns));

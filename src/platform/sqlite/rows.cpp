@@ -19,10 +19,10 @@ std::int64_t CharacterCount(std::string_view text) {
 
 }  // namespace
 
-Rows::Rows(std::shared_ptr<Connection> connection, const Source& source, std::vector<std::string> wanted)
+Rows::Rows(std::shared_ptr<Connection> connection, const Source& source, ColumnNames wanted)
     : connection_(std::move(connection)) {
     const ReadScope one_picture(*connection_);
-    if (!wanted.empty() && !source.column.empty()) wanted.push_back(source.column);
+    if (wanted && !source.column.empty()) wanted->push_back(source.column);
     table_ = connection_->FindTable(source.table, wanted);
     row_.resize(table_->columns.size());
     if (source.column.empty())

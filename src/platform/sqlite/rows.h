@@ -16,8 +16,8 @@ namespace vantrel::engine {
 /// stands on it can still be read; storing a change of it or deleting it raises error 3021.
 struct Rows {
 public:
-    /// `wanted`: the columns that are read; empty for all.
-    Rows(std::shared_ptr<Connection> connection, const Source& source, std::vector<std::string> wanted);
+    /// `wanted`: the columns that are read; nullopt for all.
+    Rows(std::shared_ptr<Connection> connection, const Source& source, ColumnNames wanted);
 
     std::int64_t RecordCount();
     bool Bof() const;
