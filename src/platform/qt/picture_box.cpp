@@ -96,11 +96,15 @@ private:
               const DotRoutine& dot) const {
         const int first = static_cast<int>(std::clamp<double>(std::min(from, to), 1 - pen_, end));
         const int last = static_cast<int>(std::clamp<double>(std::max(from, to), -pen_, end - 1));
+        const auto place = [&](int at) { return across + (at - from) * slope + 0.5; };
         const double first_across = 1 - pen_;
-        for (int at = first; at <= last; ++at) {
-            const double place = across + (at - from) * slope + 0.5;
-            if (place >= first_across && place < end_across) dot(at, place);
-        }
+        const auto is_inside = [&](double at) { return at >= first_across && at < end_across; };
+        // The places follow each other one way: where both ends are inside, all are.
+        if (is_inside(place(first)) && is_inside(place(last)))
+            for (int at = first; at <= last; ++at) dot(at, place(at));
+        else
+            for (int at = first; at <= last; ++at)
+                if (is_inside(place(at))) dot(at, place(at));
     }
 
     /// The nearest pixel of the canvas. It may lie anywhere, so it is not an integer.
