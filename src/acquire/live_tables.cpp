@@ -17,9 +17,7 @@ void AddScan(MSFlexGrid& grid, Integer device) {
     if (ScanCount(device) <= kRowsKept) {
         grid.SetRows(static_cast<int>(ScanCount(device)) + kHeadingRows);
     } else {
-        grid.SetRowPosition(kHeadingRows, grid.Rows() - 1);
-        grid.SetRows(grid.Rows() - 1);
-        grid.SetRows(grid.Rows() + 1);
+        grid.RollRow(kHeadingRows);
     }
     const int row = grid.Rows() - 1;
     grid.SetTextMatrix(row, 0, Str(ScanCount(device)));

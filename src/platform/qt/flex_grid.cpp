@@ -165,6 +165,21 @@ void MSFlexGrid::SetRowPosition(int row, int to) {
     PlaceRows(std::min(row, to));
 }
 
+void MSFlexGrid::RollRow(int row) {
+    CheckRow(row);
+    const int last = Rows() - 1;
+    SetRowPosition(row, last);
+    if (ViewOf(widget_).IsMarked(last)) {
+        // The mark does not go round with its row, but up to the one before.
+        SetRows(last);
+        SetRows(last + 1);
+        return;
+    }
+    CellsOf(widget_).EmptyRow(last);
+    ViewOf(widget_).KeepEndInSight(last);
+    row_ = std::min(row_, last - 1);
+}
+
 void MSFlexGrid::SetColAlignmentLeft(int col) {
     CheckCol(col);
     CellsOf(widget_).left_cols.insert(col);

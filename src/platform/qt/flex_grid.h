@@ -16,6 +16,9 @@
 
 namespace vantrel {
 
+/// White on a dark cell, black on any other.
+inline Qt::GlobalColor InkOn(const QColor& back) { return qGray(back.rgb()) < 110 ? Qt::white : Qt::black; }
+
 /// The cells of a grid, row by row.
 class GridModel : public QAbstractTableModel {
     Q_OBJECT
@@ -34,6 +37,7 @@ public:
     std::optional<Colour> BackColor(int row, int col) const { return At(row, col).back_color; }
     void SetBackColor(int row, int col, Colour colour);
     void Clear();
+    void EmptyRow(int row);
     void MoveRow(int row, int to);
 
     int fixed_rows = 0;
@@ -72,10 +76,10 @@ public:
     void SetScrollBars(bool shown);
     /// Row and column sizes in pixels have changed, or the fixed cells.
     void Refresh();
-    bool IsHeading(const QModelIndex& cell) const { return cells_->IsFixed(cell.row(), cell.column()); }
-    /// Draws `text` narrower where it would not fit; what does not fit even so ends in an ellipsis, not in a shorter
-    /// number.
-    void DrawFitting(QPainter& painter, const QRect& cell, Qt::Alignment alignment, const QString& text) const;
+    /// True if the current cell or a selected one is in row `row`.
+    bool IsMarked(int row) const;
+    /// Scrolls to the end where what is shown ends with row `last`, or within a row of it.
+    void KeepEndInSight(int last);
 
 signals:
     void Clicked(int row, int col);
@@ -104,11 +108,17 @@ private:
     /// Where a column stands on the screen; a fixed one does not scroll.
     int ColumnAt(int col) const;
     int RowAt(int row) const;
-    /// The cells from `first_col` to `last_col` of a row that lie in `part`.
+    /// The scrolled cells of `region`, without those that lie below headings.
+    void DrawScrolled(QPainter& painter, const QRegion& region) const;
+    void DrawScrolledCell(QPainter& painter, const QRect& box, const QModelIndex& cell) const;
+    /// The cells from `first_col` to `last_col` of a row of headings, or of a merged row, that lie in `part`.
     void DrawRow(QPainter& painter, const QRect& part, int row, int first_col, int last_col) const;
     /// The place of a cell on the screen, up to column `end_col`.
     QRect BoxOf(int row, int col, int end_col) const;
     void DrawCell(QPainter& painter, const QRect& box, int row, int col) const;
+    /// Draws `text` narrower where it would not fit; what does not fit even so ends in an ellipsis, not in a shorter
+    /// number.
+    void DrawFitting(QPainter& painter, const QRect& cell, Qt::Alignment alignment, const QString& text) const;
     void CopySelection() const;
 
     /// A text as it is drawn in a room of a certain width.

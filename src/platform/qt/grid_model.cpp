@@ -21,8 +21,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::ToolTipRole) return ToToolTip(cell.text);
     if (role == Qt::TextAlignmentRole) return QVariant(Alignment(index.row(), index.column()) | Qt::AlignVCenter);
     if (role == Qt::BackgroundRole && cell.back_color) return ToQt(*cell.back_color);
-    if (role == Qt::ForegroundRole && cell.back_color)
-        return QColor(qGray(ToQt(*cell.back_color).rgb()) < 110 ? Qt::white : Qt::black);
+    if (role == Qt::ForegroundRole && cell.back_color) return QColor(InkOn(ToQt(*cell.back_color)));
     return {};
 }
 
@@ -76,6 +75,12 @@ void GridModel::Clear() {
     for (Row& row : rows_)
         for (Cell& cell : row) cell.text.clear();
     emit dataChanged(index(0, 0), index(rowCount() - 1, cols_ - 1), {Qt::DisplayRole});
+}
+
+void GridModel::EmptyRow(int row) {
+    if (cols_ == 0) return;
+    rows_[std::size_t(row)].assign(std::size_t(cols_), {});
+    emit dataChanged(index(row, 0), index(row, cols_ - 1));
 }
 
 void GridModel::MoveRow(int row, int to) {

@@ -11,7 +11,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
+#include <QStyleOptionViewItem>
 #include <algorithm>
 
 namespace vantrel {
@@ -24,33 +24,9 @@ const QColor kGridLine(208, 208, 208);
 /// A cell's text without what would break the line of its row: the last reading of a scan ends in a line feed.
 QString OnOneLine(QString text) { return text.remove('\r').remove('\n').replace('\t', ' '); }
 
-/// Draws texts narrower rather than cut, and leaves a cell its own colour when it is selected.
-class CellDelegate : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        const auto& view = *static_cast<const GridView*>(parent());
-        if (view.IsHeading(index)) return;  // its place lies below the headings, which are drawn later
-        const QVariant colour = index.data(Qt::BackgroundRole);
-        const bool selected = option.state & QStyle::State_Selected && !colour.isValid();
-        if (selected) painter->fillRect(option.rect, option.palette.brush(QPalette::Highlight));
-        if (colour.isValid()) painter->fillRect(option.rect, colour.value<QColor>());
-        QColor ink = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
-        if (colour.isValid()) ink = index.data(Qt::ForegroundRole).value<QColor>();
-        const QString text = index.data(Qt::DisplayRole).toString();
-        painter->setPen(ink);
-        view.DrawFitting(*painter, option.rect, Qt::AlignLeft, text);
-        if (!(option.state & QStyle::State_HasFocus)) return;
-        painter->setPen(QPen(ink, 1, Qt::DotLine));
-        painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
-    }
-};
-
 }  // namespace
 
 GridView::GridView(GridModel* model) : cells_(model) {
-    setItemDelegate(new CellDelegate(this));
     setFrameShape(QFrame::NoFrame);
     setShowGrid(true);
     setEditTriggers(NoEditTriggers);
@@ -80,8 +56,9 @@ const GridView::Fitted& GridView::Fit(const QString& text, int width) const {
     if (const Fitted* known = fitted_.object(key)) return *known;
     QString line = QString(text).replace('\r', ' ').replace('\n', ' ').replace('\t', ' ');
     while (line.endsWith(' ')) line.chop(1);  // the line feed of the last reading takes no room
-    auto* fitted = new Fitted{FittingFont(font(), line, width), {}, {}};
-    fitted->text = QFontMetrics(fitted->font).elidedText(line, Qt::ElideRight, width);
+    auto* fitted = new Fitted{FittingFont(font(), line, width), line, {}};
+    if (fitted->font.stretch() == kNarrowest)
+        fitted->text = QFontMetrics(fitted->font).elidedText(line, Qt::ElideRight, width);
     fitted->laid_out.setTextFormat(Qt::PlainText);
     fitted->laid_out.setText(fitted->text);
     fitted->laid_out.prepare({}, fitted->font);
@@ -104,6 +81,15 @@ void GridView::DrawFitting(QPainter& painter, const QRect& cell, Qt::Alignment a
     } else {
         painter.drawText(cell, int(alignment | Qt::AlignVCenter) | Qt::TextSingleLine, fitted.text);
     }
+}
+
+bool GridView::IsMarked(int row) const {
+    return currentIndex().row() == row || selectionModel()->rowIntersectsSelection(row);
+}
+
+void GridView::KeepEndInSight(int last) {
+    QScrollBar* bar = verticalScrollBar();
+    if (bar->value() >= bar->maximum() - rowHeight(last)) bar->setValue(bar->maximum());
 }
 
 void GridView::SetMergeRow(int row, bool merge) {
@@ -161,8 +147,8 @@ QPoint GridView::CellAt(const QPoint& point) const {
 }
 
 void GridView::paintEvent(QPaintEvent* event) {
-    QTableView::paintEvent(event);
     QPainter painter(viewport());
+    DrawScrolled(painter, event->region());
     const int last_col = cells_->columnCount() - 1;
     const int bottom = rowAt(viewport()->height() - 1);
     const int last_row = bottom < 0 ? cells_->rowCount() - 1 : bottom;
@@ -184,6 +170,50 @@ void GridView::paintEvent(QPaintEvent* event) {
     painter.setClipping(false);
     painter.setPen(palette().color(QPalette::Mid));
     painter.drawRect(all.adjusted(0, 0, -1, -1));
+}
+
+void GridView::DrawScrolled(QPainter& painter, const QRegion& region) const {
+    const int end_x = ColumnAt(cells_->columnCount() - 1) + columnWidth(cells_->columnCount() - 1);
+    const int end_y = RowAt(cells_->rowCount() - 1) + rowHeight(cells_->rowCount() - 1);
+    const QRect scrolled(QPoint(FixedWidth(), FixedHeight()), QPoint(end_x - 1, end_y - 1));
+    const QRect all = region.boundingRect() & scrolled;
+    if (all.isEmpty()) return;
+    const int last_row = rowAt(all.bottom());
+    const int last_col = columnAt(all.right());
+    for (int row = rowAt(all.top()); row <= last_row; ++row) {
+        for (int col = columnAt(all.left()); col <= last_col; ++col) {
+            const QRect box = BoxOf(row, col, col).adjusted(0, 0, -1, -1);
+            if (region.intersects(box)) DrawScrolledCell(painter, box, cells_->index(row, col));
+        }
+    }
+    // Their lines, right of each and below it.
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    const QColor line = QColor::fromRgba(QRgb(style()->styleHint(QStyle::SH_Table_GridLineColor, &option, this)));
+    for (const QRect& part : region& scrolled) {
+        for (int row = rowAt(part.top()); row <= rowAt(part.bottom()); ++row)
+            painter.fillRect(QRect(part.left(), RowAt(row) + rowHeight(row) - 1, part.width(), 1) & part, line);
+        for (int col = columnAt(part.left()); col <= columnAt(part.right()); ++col)
+            painter.fillRect(QRect(ColumnAt(col) + columnWidth(col) - 1, part.top(), 1, part.height()) & part, line);
+    }
+}
+
+void GridView::DrawScrolledCell(QPainter& painter, const QRect& box, const QModelIndex& cell) const {
+    QPalette colours = palette();
+    if (isEnabled()) colours.setCurrentColorGroup(QPalette::Active);
+    // A cell with a colour keeps it when it is selected.
+    const std::optional<Colour> own = cells_->BackColor(cell.row(), cell.column());
+    const bool is_selected = !own && selectionModel()->isSelected(cell);
+    if (is_selected) painter.fillRect(box, colours.highlight());
+    if (own) painter.fillRect(box, ToQt(*own));
+    const QColor ink =
+        own ? QColor(InkOn(ToQt(*own))) : colours.color(is_selected ? QPalette::HighlightedText : QPalette::Text);
+    painter.setPen(ink);
+    DrawFitting(painter, box, Qt::AlignLeft, ToQt(cells_->Text(cell.row(), cell.column())));
+    const bool has_focus = cell == currentIndex() && (hasFocus() || viewport()->hasFocus());
+    if (!has_focus) return;
+    painter.setPen(QPen(ink, 1, Qt::DotLine));
+    painter.drawRect(box.adjusted(0, 0, -1, -1));
 }
 
 void GridView::DrawRow(QPainter& painter, const QRect& part, int row, int first_col, int last_col) const {

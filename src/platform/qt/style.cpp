@@ -138,8 +138,6 @@ QPalette LightColours() {
     return colours;
 }
 
-constexpr int kNarrowest = 60;  // percent of the normal width
-
 }  // namespace
 
 QFont Letters(int pixels) {
@@ -180,9 +178,14 @@ const std::vector<QFont>& Narrowing(const QFont& font) {
 QFont FittingFont(const QFont& font, const QString& text, int width) {
     const std::vector<QFont>& fonts = Narrowing(font);
     // Exactly, not in whole pixels: a text that is a fraction of one too wide would end in an ellipsis.
-    const auto is_too_wide = [&](const QFont& one) { return QFontMetricsF(one).horizontalAdvance(text) > width; };
-    const auto widest = std::partition_point(fonts.begin(), fonts.end() - 1, is_too_wide);
-    return widest == fonts.begin() ? font : *widest;
+    const auto fits = [&](std::size_t i) { return QFontMetricsF(fonts[i]).horizontalAdvance(text) <= width; };
+    // Texts that follow each other are mostly as wide as each other: the last one's font is tried first.
+    static std::size_t i = 0;
+    const std::size_t before = i;
+    while (i > 0 && fits(i - 1)) --i;
+    if (i == before)
+        while (i + 1 < fonts.size() && !fits(i)) ++i;
+    return fonts[i];
 }
 
 QFont FittingFont(QFont font, const QString& text, const QRect& box) {

@@ -23,7 +23,10 @@ QFont Letters(int pixels = kLetterPixels);
 /// Gives `application` the style, the colours and the font.
 void ApplyLook(QApplication& application);
 
-/// `font`, drawn narrower where `text` would not fit into `width` pixels otherwise.
+/// The least width that a text is drawn at, in percent of the normal one.
+inline constexpr int kNarrowest = 60;
+
+/// `font`, drawn narrower where `text` would not fit into `width` pixels otherwise; at kNarrowest it may still not fit.
 QFont FittingFont(const QFont& font, const QString& text, int width);
 /// The same for a text that wraps inside `box`.
 QFont FittingFont(QFont font, const QString& text, const QRect& box);

@@ -42,6 +42,8 @@ public:
     void Clear();
     /// Moves row `row` to position `to`; the rows between move up or down by one.
     void SetRowPosition(int row, int to);
+    /// Moves row `row` behind all others and empties it: its texts and its colours go.
+    void RollRow(int row);
     /// Aligns column `col` left with its headings, which stand in the middle of their cells at first.
     void SetColAlignmentLeft(int col);
     /// Shows equal neighbours of row `row` as one band.
