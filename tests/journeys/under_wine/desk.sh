@@ -21,8 +21,10 @@ LayDesk() {
     export VANTREL_VISA=$desk/visa64.dll VANTREL_BENCH_LOG=$wire
     # The words behind the name are handed on; the process is the program's own.
     printf '#!/bin/sh\nexec wine "%s" "$@"\n' "$desk/vantrel.exe" >"$desk/vantrel"
-    # Without a display; nothing of that Windows is left when one with a display is to start.
-    printf '#!/bin/sh\nwine "%s" "$@" | tr -d "\\r"\nwineserver -w\n' "$build/bin/window-places.exe" >"$desk/window-places"
-    chmod +x "$desk/vantrel" "$desk/window-places"
     [[ -d $WINEPREFIX ]] || { wineboot --init && wineserver -w; }
+    # Without a display, so nothing of that Windows is left when one with a display is to start; it would keep a pipe open.
+    wine "$build/bin/window-places.exe" 2 >"$scratch/places"
+    wineserver -k
+    printf '#!/bin/sh\ntr -d "\\r" <"%s"\n' "$scratch/places" >"$desk/window-places"
+    chmod +x "$desk/vantrel" "$desk/window-places"
 }
