@@ -264,8 +264,9 @@ Menu() {
     Keys $(Repeated "${number_of[$menu]}" Right) $way Return
 }
 
-# WindowsShown: the program's windows on the screen, open menus and lists included.
-WindowsShown() { xdotool search --onlyvisible --class vantrel 2>/dev/null | sort; }
+# WindowsShown: the program's windows on the screen, open menus and lists included. (One that goes in the midst of the
+# search fails it.)
+WindowsShown() { { xdotool search --onlyvisible --class vantrel 2>/dev/null || true; } | sort; }
 
 HasMoreWindows() { (($(WindowsShown | wc -l) > $(wc -l <<<"$1"))); }
 
