@@ -7,7 +7,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/../../.."
 . scripts/x11-session.sh
 
 export WINEPREFIX=$build/wine-with-screen WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe='
-hang_on=30
+hang_on=90
 desk=$scratch/desk # the program's folder
 wire=$desk/wire.log # what goes between the program and the bench
 
