@@ -499,6 +499,22 @@ TEST_F(PlanWriting, A_refused_timer_of_a_later_device_shows_what_the_shown_one_t
     });
 }
 
+TEST_F(PlanWriting, A_timer_is_refused_while_no_device_is_shown) {
+    Open(kTenVolts + R"(reply "ROUTe:SCAN:TIMER?" "soon\n")");
+    Connect({0});
+    SetDev([&] {
+        user.Type("Set_Dev", "ch(2)", "what");
+        user.TypeOn("Set_Dev", "Combo1_dev", "x");
+        wire->ClearTranscript();
+        Set();
+        EXPECT_EQ(wire->Sent(), To(0, {}));
+        EXPECT_EQ(user.Messages(),
+                  Texts{"The scan timer of Ten is not a number of seconds: \"soon\". Please key a number."});
+        EXPECT_EQ(Shown("ch(2)"), "what");
+        EXPECT_FALSE(The<Set_Dev>().Plan_Busy);
+    });
+}
+
 // ----------------------------------------------------------------------------------------------------------- failures
 
 TEST_F(PlanWriting, A_dead_instrument_is_told_of_at_each_query_and_SET_goes_on_to_its_end) {
