@@ -302,7 +302,8 @@ TEST_F(MainWindow, Lists_the_ticked_devices_and_shows_one_tab_for_each) {
     EXPECT_EQ(user.Entries("Form1", "Combo1"), (Texts{DeviceSerial(0), DeviceSerial(1)}));
     EXPECT_EQ(user.Text("Form1", "Combo1"), DeviceSerial(0));
     EXPECT_EQ(user.TabText("Form1", "SSTab1", 1), DeviceSerial(1));
-    EXPECT_FALSE(user.SeesTab("Form1", "SSTab1", 2));
+    for (const int page : {0, 1}) EXPECT_TRUE(user.SeesTab("Form1", "SSTab1", page));
+    for (const int page : {2, 3}) EXPECT_FALSE(user.SeesTab("Form1", "SSTab1", page));
 }
 
 TEST_F(MainWindow, Rebuilds_all_live_tables_and_turns_the_controls_on_at_every_way_of_choosing_a_device) {

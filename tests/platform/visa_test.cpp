@@ -169,6 +169,27 @@ TYPED_TEST(VisaCalls, Full_buffer_is_a_success_with_its_bytes) {
     EXPECT_EQ(bytes, "bytes");
 }
 
+TYPED_TEST(VisaCalls, What_a_library_leaves_out_is_0) {
+    VisaEntryPoints silent;
+    silent.viOpenDefaultRM = [](Word*) { return Word{0}; };
+    silent.viFindRsrc = [](Word, const char*, Word*, Word*, char*) { return Word{0}; };
+    silent.viOpen = [](Word, const char*, Word, Word, Word*) { return Word{0}; };
+    silent.viWrite = [](Word, const unsigned char*, Word, Word*) { return Word{0}; };
+    silent.viRead = [](Word, unsigned char*, Word, Word*) { return Word{0}; };
+    UseVisa(silent);
+    constexpr std::uint32_t kOld = 0xFFFFFFFF;
+    ViSession session = kOld, list = kOld, instrument = kOld;
+    std::uint32_t count = kOld, written = kOld, read = kOld;
+    std::string descriptor = "old", bytes = "old";
+    EXPECT_EQ(viOpenDefaultRM(&session), kViSuccess);
+    EXPECT_EQ(viFindRsrc(1, "?*", &list, &count, &descriptor), kViSuccess);
+    EXPECT_EQ(viOpen(1, "FIRST", 0, 0, &instrument), kViSuccess);
+    EXPECT_EQ(viWrite(1, "abc", 3, &written), kViSuccess);
+    EXPECT_EQ(viRead(1, &bytes, 1024, &read), kViSuccess);
+    for (const std::uint32_t result : {session, list, instrument, count, written, read}) EXPECT_EQ(result, 0U);
+    EXPECT_EQ(descriptor + bytes, "");
+}
+
 TYPED_TEST(VisaCalls, Close_hands_the_object_over) {
     this->Use(0);
     EXPECT_EQ(viClose(0xFFFFFFFF), kViSuccess);

@@ -461,14 +461,15 @@ TEST_F(RecordDraw, A_wrong_range_is_mended_as_far_as_it_goes_and_then_told) {
              {Range{"5", "5", "5", "5", kWrongRange}, Range{"6", "5", "6", "5", kWrongRange},
               Range{"5", "", "5", "", kWrongRange}, Range{"", "", "1", "", kWrongRange},
               Range{"0", "1", "1", "1", kWrongRange}, Range{"30", "99", "30", "30", kWrongRange},
-              Range{"99", "999", "99", "30", kWrongRange}, Range{"005", "003", "005", "003", kWrongRange}}) {
+              Range{"99", "999", "99", "30", kWrongRange}, Range{"005", "003", "005", "003", kWrongRange},
+              Range{"01", "01", "01", "01", kWrongRange}, Range{"30", "030", "30", "030", kWrongRange}}) {
             ChooseRange(it.start, it.stop);
             Draw();
             EXPECT_EQ(Text("draw_start"), it.start_after) << it.start << " to " << it.stop;
             EXPECT_EQ(Text("draw_stop"), it.stop_after) << it.start << " to " << it.stop;
             EXPECT_EQ(LastMessage(), it.message) << it.start << " to " << it.stop;
         }
-        EXPECT_EQ(user.Messages().size(), 8U);
+        EXPECT_EQ(user.Messages().size(), 10U);
         EXPECT_EQ(Plot().pixels, empty);
         EXPECT_EQ(The<Record_View_Draw>().Record_Path, "");
     });
