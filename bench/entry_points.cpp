@@ -14,9 +14,11 @@
 #include <cstdlib>
 #include <cstring>
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -27,7 +29,18 @@ using namespace vantrel::bench;
 
 namespace {
 
-std::string ContentsOf(const char* name) {
+/// The file that the environment variable names; nullopt where it is not set.
+std::optional<std::filesystem::path> FileNamedBy(const char* variable) {
+#ifdef _WIN32  // whose folders may have names that are in no code page
+    const wchar_t* name = _wgetenv(std::wstring(variable, variable + std::strlen(variable)).c_str());
+#else
+    const char* name = std::getenv(variable);
+#endif
+    if (name == nullptr) return std::nullopt;
+    return name;
+}
+
+std::string ContentsOf(const std::filesystem::path& name) {
     std::ifstream file(name, std::ios::binary);
     std::ostringstream contents;
     contents << file.rdbuf();
@@ -36,22 +49,22 @@ std::string ContentsOf(const char* name) {
 }
 
 /// The file that the environment variable names, to be added to; nullptr without one.
-std::shared_ptr<std::ofstream> FileNamedBy(const char* variable) {
-    const char* name = std::getenv(variable);
-    return name != nullptr ? std::make_shared<std::ofstream>(name, std::ios::app | std::ios::binary) : nullptr;
+std::shared_ptr<std::ofstream> LogNamedBy(const char* variable) {
+    const auto name = FileNamedBy(variable);
+    return name ? std::make_shared<std::ofstream>(*name, std::ios::app | std::ios::binary) : nullptr;
 }
 
 std::unique_ptr<Bench> MakeBench() {
-    const char* file = std::getenv("VANTREL_BENCH");
-    auto bench = std::make_unique<Bench>(file != nullptr ? ParseBench(ContentsOf(file)) : DefaultBench());
+    const auto file = FileNamedBy("VANTREL_BENCH");
+    auto bench = std::make_unique<Bench>(file ? ParseBench(ContentsOf(*file)) : DefaultBench());
     bench->SetRecording(false);
-    if (const auto log = FileNamedBy("VANTREL_BENCH_LOG")) {
+    if (const auto log = LogNamedBy("VANTREL_BENCH_LOG")) {
         bench->SetObserver([log](const Exchange& exchange) {
             const char* arrow = exchange.direction == Exchange::kToInstrument ? " > " : " < ";
             *log << exchange.instrument << arrow << Quoted(exchange.bytes) << std::endl;
         });
     }
-    if (const auto log = FileNamedBy("VANTREL_BENCH_CALLS")) {
+    if (const auto log = LogNamedBy("VANTREL_BENCH_CALLS")) {
         bench->SetCallObserver([log](const VisaCall& call) {
             *log << call.text << ' ' << std::hex << std::uppercase << static_cast<std::uint32_t>(call.status)
                  << std::endl;

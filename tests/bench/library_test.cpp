@@ -74,7 +74,7 @@ TEST(BenchLibrary, Failed_statuses_keep_their_sign) {
 
 TEST(BenchLibrary, Takes_the_bench_file_that_the_environment_names) {
     const auto file = FileHolding("named.bench", "instrument GPIB0::3::INSTR\ncard 1\n");
-    SetEnvironment("VANTREL_BENCH", file.string());
+    SetEnvironment("VANTREL_BENCH", file);
     const ViSession session = OpenFirst();
     std::uint32_t bytes = 0;
     std::string reply;
@@ -83,9 +83,25 @@ TEST(BenchLibrary, Takes_the_bench_file_that_the_environment_names) {
     EXPECT_EQ(reply, "1\n");
 }
 
+TEST(BenchLibrary, Takes_and_writes_files_of_any_name) {
+    const auto folder = std::filesystem::path(testing::TempDir()) / u8"\u6E2C\u5B9A-\u00C4";
+    std::filesystem::create_directory(folder);
+    std::ofstream(folder / "named.bench") << "instrument GPIB0::3::INSTR\ncard 1\n";
+    SetEnvironment("VANTREL_BENCH", folder / "named.bench");
+    SetEnvironment("VANTREL_BENCH_LOG", folder / "bench.log");
+    const ViSession session = OpenFirst();
+    std::uint32_t bytes = 0;
+    std::string reply;
+    viWrite(session, "rout:state?\n", 12, &bytes);
+    viRead(session, &reply, 1024, &bytes);
+    EXPECT_EQ(reply, "1\n");
+    EXPECT_GT(std::filesystem::file_size(folder / "bench.log"), 0U);
+    std::filesystem::remove_all(folder);
+}
+
 TEST(BenchLibrary, Fails_at_opening_when_the_bench_file_is_none) {
     const auto file = FileHolding("wrong.bench", "instrument\n");
-    SetEnvironment("VANTREL_BENCH", file.string());
+    SetEnvironment("VANTREL_BENCH", file);
     ViSession manager = 99;
     testing::internal::CaptureStderr();
     EXPECT_LT(viOpenDefaultRM(&manager), 0);
@@ -103,7 +119,7 @@ TEST(BenchLibrary, Fails_at_opening_when_the_bench_file_is_missing) {
 
 TEST(BenchLibrary, Writes_each_exchange_to_the_log_that_the_environment_names) {
     const auto log = FileHolding("bench.log", "");
-    SetEnvironment("VANTREL_BENCH_LOG", log.string());
+    SetEnvironment("VANTREL_BENCH_LOG", log);
     const ViSession session = OpenFirst();
     std::uint32_t bytes = 0;
     std::string reply;
@@ -116,7 +132,7 @@ TEST(BenchLibrary, Writes_each_exchange_to_the_log_that_the_environment_names) {
 
 TEST(BenchLibrary, Writes_each_call_and_its_status_to_the_file_that_the_environment_names) {
     const auto calls = FileHolding("calls.log", "");
-    SetEnvironment("VANTREL_BENCH_CALLS", calls.string());
+    SetEnvironment("VANTREL_BENCH_CALLS", calls);
     ViSession manager = 0;
     viOpenDefaultRM(&manager);
     viClose(manager);
