@@ -28,6 +28,8 @@ record, wire = sys.argv[1:]
 with sqlite3.connect(record) as engine:
     assert engine.execute("pragma integrity_check").fetchall() == [("ok",)], "the file is damaged"
     rows = engine.execute("select * from DATA order by rowid").fetchall()
+if [row[0] for row in rows] != [str(number) for number in range(1, len(rows) + 1)]:
+    sys.exit(f"the rows are numbered {[row[0] for row in rows]}")
 left = [",".join(row[2:5]) for row in rows]
 for reply, must_be_there in ScansOf(open(wire, encoding="utf-8").read()):
     if left and left[0] == reply:
