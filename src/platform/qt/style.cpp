@@ -1,5 +1,7 @@
 #include "platform/qt/style.h"
 
+#include "platform/os/font.h"
+
 #include <QApplication>
 #include <QFontMetrics>
 #include <QPainter>
@@ -147,6 +149,8 @@ QFont Letters(int pixels) {
     font.setStyleHint(QFont::SansSerif);
     font.setWeight(QFont::Normal);
     font.setStyle(QFont::StyleNormal);
+    // With hinting of their height alone, letters keep their width.
+    if (os::RoundsLetters()) font.setHintingPreference(QFont::PreferVerticalHinting);
     return font;
 }
 
