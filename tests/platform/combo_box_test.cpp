@@ -205,6 +205,24 @@ TEST_F(Combos, A_narrow_one_shows_its_letter_and_an_arrow) {
     EXPECT_GE(narrow.lineEdit()->width(), 17);
 }
 
+TEST_F(Combos, The_border_is_whole_at_the_resolution_of_any_screen) {
+    QWidget& unfocused = *The<Trial>().narrow.Widget();
+    const QColor border = unfocused.palette().color(QPalette::Mid);
+    for (const int factor : {1, 2, 3}) {
+        QImage seen(unfocused.size() * factor, QImage::Format_RGB32);
+        seen.setDevicePixelRatio(factor);
+        unfocused.render(&seen);
+        const int right = seen.width() - 1;
+        const int bottom = seen.height() - 1;
+        int missing = 0;
+        for (int x = 0; x <= right; ++x)
+            missing += (seen.pixelColor(x, 0) != border) + (seen.pixelColor(x, bottom) != border);
+        for (int y = 0; y <= bottom; ++y)
+            missing += (seen.pixelColor(0, y) != border) + (seen.pixelColor(right, y) != border);
+        EXPECT_EQ(missing, 0) << "at " << factor;
+    }
+}
+
 TEST_F(Combos, A_text_wider_than_the_field_is_drawn_in_narrower_letters) {
     box.SetWidth(57 * 15);
     const auto fits = [this] {

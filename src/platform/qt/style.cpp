@@ -100,13 +100,11 @@ private:
         const QRect arrow = proxy()->subControlRect(CC_ComboBox, &combo, SC_ComboBoxArrow, widget);
         const bool pressed = combo.state & State_Sunken;
         const bool focused = combo.state & State_HasFocus && combo.state & State_Enabled;
-        painter.save();
-        painter.setPen(focused ? colours.color(QPalette::Highlight) : colours.color(QPalette::Mid));
-        painter.setBrush(colours.brush(QPalette::Base));
-        painter.drawRect(combo.rect.adjusted(0, 0, -1, -1));
+        // Filled, and not drawn: at a scale factor half of a drawn line would lie below the field.
+        painter.fillRect(combo.rect, colours.color(focused ? QPalette::Highlight : QPalette::Mid));
+        painter.fillRect(combo.rect.adjusted(1, 1, -1, -1), colours.brush(QPalette::Base));
         painter.fillRect(arrow,
                          pressed ? colours.color(QPalette::Midlight).darker(115) : colours.color(QPalette::Button));
-        painter.restore();
         QStyleOption mark = combo;
         mark.rect = QRect(0, 0, 9, 9);
         mark.rect.moveCenter(arrow.center());
