@@ -100,6 +100,27 @@ TEST_F(Controls, A_text_box_runs_its_change_for_each_key_and_for_an_assignment_t
     EXPECT_EQ(happened, (Happened{"1", "12", "3"}));
 }
 
+TEST_F(Controls, A_field_for_two_digits_shows_three_at_their_natural_width_and_five_whole) {
+    trial.Text1.SetWidth(375);
+    auto& field = *static_cast<QLineEdit*>(trial.Text1.Widget());
+    const QFont natural = field.font();
+    for (const char* number : {"1", "25", "160"}) {
+        trial.Text1.SetText(number);
+        EXPECT_EQ(field.font(), natural) << number;
+    }
+    for (const char* number : {"1000", "32767", "5"}) {
+        trial.Text1.SetText(number);
+        const QImage seen = field.grab().toImage();
+        int end = 0;  // the last column with ink in it
+        for (int x = 1; x < seen.width() - 1; ++x)
+            for (int y = 3; y < seen.height() - 3; ++y)
+                if (seen.pixelColor(x, y).lightness() < 128) end = x;
+        EXPECT_LE(QFontMetrics(field.font()).tightBoundingRect(number).right(), end) << number << " is cut";
+        EXPECT_LT(end, seen.width() - 2) << number << " reaches the frame";
+    }
+    EXPECT_EQ(field.font(), natural);
+}
+
 TEST_F(Controls, A_key_filter_sees_characters_backspace_and_Escape_but_no_other_keys) {
     trial.Text1.OnKeyPress = [](int character) {
         happened.push_back(std::to_string(character));

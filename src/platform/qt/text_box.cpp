@@ -31,7 +31,7 @@ QList<uint> TypedCharacters(QEvent* event) {
     return !characters.isEmpty() && QChar::isPrint(characters.front()) ? characters : QList<uint>();
 }
 
-/// Narrower letters rather than a text that is cut.
+/// For a text that is too wide the margins go, and then the letters become narrower, before it is cut.
 class EditWidget : public QLineEdit {
 public:
     explicit EditWidget(const QString& text) : QLineEdit(text) {
@@ -39,11 +39,15 @@ public:
     }
     void Fit() {
         if (!parentWidget()) return;
-        constexpr int kMargins = 5;  // with the cursor
+        constexpr int kMargin = 2;  // of a QLineEdit, at each side
+        constexpr int kCursor = 1;
         QStyleOptionFrame look;
         initStyleOption(&look);
-        const int room = style()->subElementRect(QStyle::SE_LineEditContents, &look, this).width() - kMargins;
-        setFont(FittingFont(parentWidget()->font(), text(), room));
+        const int room = style()->subElementRect(QStyle::SE_LineEditContents, &look, this).width() - kCursor;
+        const QFont natural = parentWidget()->font();
+        const bool wide = QFontMetricsF(natural).horizontalAdvance(text()) > room - 2 * kMargin;
+        setTextMargins(wide ? QMargins(-kMargin, 0, -kMargin, 0) : QMargins());
+        setFont(FittingFont(natural, text(), room));
     }
 
 protected:
