@@ -13,6 +13,7 @@
 #include "windows/Set_Dev.h"
 
 #include <QAbstractItemView>
+#include <QWidget>
 #include <algorithm>
 
 namespace vantrel {
@@ -147,6 +148,8 @@ TEST_F(ConnectDialog, Each_box_lies_white_over_its_row) {
         EXPECT_EQ(box.Top(), dialog.MSFlexGrid1.Top() + height * static_cast<float>(i + 1));
         EXPECT_EQ(box.Left(), dialog.MSFlexGrid1.Left() + box.Width());
         EXPECT_EQ(box.BackColor(), RGB(255, 255, 255));
+        const QImage seen = box.Widget()->grab().toImage();
+        EXPECT_EQ(seen.pixelColor(seen.width() - 1, 1), QColor(Qt::white));
     }
     for (int i = 3; i < 6; ++i) EXPECT_FALSE(dialog.Check1(i).Visible());
 }

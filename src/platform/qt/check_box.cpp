@@ -13,6 +13,7 @@ namespace {
 
 class CheckWidget : public QCheckBox {
 public:
+    CheckWidget() { setBackgroundRole(QPalette::Window); }  // else a background would be that of a button
     void Fit() {
         if (!parentWidget()) return;
         const int mark = style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this) +
