@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QFontMetrics>
+#include <QListWidget>
 #include <QPainter>
 #include <QProxyStyle>
 #include <QStyleFactory>
@@ -20,6 +21,15 @@ namespace {
 /// Width of a combo box's arrow in pixels, and of the margins of its text. A narrow box needs the room for its text.
 int ComboArrowPixels(const QRect& box) { return box.width() < 60 ? 8 : 14; }
 int ComboMarginPixels(const QRect& box) { return box.width() < 60 ? 1 : 3; }
+
+/// A line of one pixel along the inside of `box`. Filled, and not drawn: at a scale factor a drawn line would lie half,
+/// or altogether, outside.
+void FillBorder(QPainter& painter, const QRect& box, const QColor& colour) {
+    painter.fillRect(QRect(box.left(), box.top(), box.width(), 1), colour);
+    painter.fillRect(QRect(box.left(), box.bottom(), box.width(), 1), colour);
+    painter.fillRect(QRect(box.left(), box.top(), 1, box.height()), colour);
+    painter.fillRect(QRect(box.right(), box.top(), 1, box.height()), colour);
+}
 
 /// Fusion, with combo boxes that leave room for a letter at 35 pixels and for "4W,TEMP" at 57, tab strips of exactly
 /// the designed height, and frames whose caption stands in their line.
@@ -51,6 +61,14 @@ public:
             DrawFrame(*frame, *painter);
         else
             QProxyStyle::drawComplexControl(control, option, painter, widget);
+    }
+
+    /// With the frame of a list in the same colour, but whole.
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if (element == PE_Frame && qobject_cast<const QListWidget*>(widget))
+            FillBorder(*painter, option->rect, option->palette.window().color().darker(140).lighter(108));
     }
 
     QRect subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const override {
@@ -100,9 +118,8 @@ private:
         const QRect arrow = proxy()->subControlRect(CC_ComboBox, &combo, SC_ComboBoxArrow, widget);
         const bool pressed = combo.state & State_Sunken;
         const bool focused = combo.state & State_HasFocus && combo.state & State_Enabled;
-        // Filled, and not drawn: at a scale factor half of a drawn line would lie below the field.
-        painter.fillRect(combo.rect, colours.color(focused ? QPalette::Highlight : QPalette::Mid));
-        painter.fillRect(combo.rect.adjusted(1, 1, -1, -1), colours.brush(QPalette::Base));
+        painter.fillRect(combo.rect, colours.brush(QPalette::Base));
+        FillBorder(painter, combo.rect, colours.color(focused ? QPalette::Highlight : QPalette::Mid));
         painter.fillRect(arrow,
                          pressed ? colours.color(QPalette::Midlight).darker(115) : colours.color(QPalette::Button));
         QStyleOption mark = combo;
