@@ -7,11 +7,12 @@
 #include "bench/resource_name.h"
 #include "bench/status.h"
 #include "bench/text.h"
+#include "platform/os/environment.h"
+#include "platform/os/file.h"
 #include "visa_export.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <filesystem>
@@ -31,13 +32,9 @@ namespace {
 
 /// The file that the environment variable names; nullopt where it is not set.
 std::optional<std::filesystem::path> FileNamedBy(const char* variable) {
-#ifdef _WIN32  // whose folders may have names that are in no code page
-    const wchar_t* name = _wgetenv(std::wstring(variable, variable + std::strlen(variable)).c_str());
-#else
-    const char* name = std::getenv(variable);
-#endif
-    if (name == nullptr) return std::nullopt;
-    return name;
+    const auto name = vantrel::os::Environment(variable);
+    if (!name) return std::nullopt;
+    return vantrel::os::PathOf(*name);
 }
 
 std::string ContentsOf(const std::filesystem::path& name) {

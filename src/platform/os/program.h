@@ -1,7 +1,6 @@
 // The program as the operating system runs it: where it lies, and what asks it to end.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,9 +8,6 @@ namespace vantrel::os {
 
 /// The words behind the program's name, UTF-8; `argc` and `argv` are those of main.
 std::vector<std::string> Arguments(int argc, char** argv);
-
-/// The environment variable `name`, UTF-8; nullopt where it is not set.
-std::optional<std::string> Environment(const char* name);
 
 /// Lets standard output and error be seen in the terminal that the program was started from, where the system keeps
 /// them from programs with windows.

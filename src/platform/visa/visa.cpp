@@ -1,7 +1,7 @@
 #include "platform/visa.h"
 
+#include "platform/os/environment.h"
 #include "platform/os/library.h"
-#include "platform/os/program.h"
 #include "platform/visa/loader.h"
 #include "platform/visa/wire_log.h"
 

@@ -36,12 +36,6 @@ std::string FindProgram(const std::string& name) {
 
 std::vector<std::string> Arguments(int argc, char** argv) { return {argv + 1, argv + argc}; }
 
-std::optional<std::string> Environment(const char* name) {
-    const char* const text = std::getenv(name);
-    if (text == nullptr) return std::nullopt;
-    return text;
-}
-
 void ShowOutput() {}  // they are there
 
 std::string ProgramFolder() { return std::filesystem::read_symlink("/proc/self/exe").parent_path().string(); }

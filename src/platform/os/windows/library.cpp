@@ -1,6 +1,6 @@
 #include "platform/os/library.h"
 
-#include "platform/os/program.h"
+#include "platform/os/environment.h"
 #include "platform/os/windows/text.h"
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 #include "platform/os/program.h"
 
+#include "platform/os/environment.h"
 #include "platform/os/windows/text.h"
 
 #include <cstdio>
@@ -11,15 +12,9 @@ namespace vantrel::os {
 
 namespace {
 
-/// The environment variable `name`; empty where it is not set.
-std::wstring Variable(const std::wstring& name) {
-    return Given([&](wchar_t* text, DWORD room) { return GetEnvironmentVariableW(name.c_str(), text, room); });
-}
-
 /// The system's command interpreter.
 std::wstring Interpreter() {
-    const std::wstring named = Variable(L"ComSpec");
-    if (!named.empty()) return named;
+    if (const auto named = Environment("ComSpec")) return Wide(*named);
     return Given([](wchar_t* text, DWORD room) { return GetSystemDirectoryW(text, room); }) + L"\\cmd.exe";
 }
 
@@ -32,12 +27,6 @@ std::vector<std::string> Arguments(int, char**) {
     for (int i = 1; i < count; ++i) arguments.push_back(Narrow(words[i]));
     LocalFree(words);
     return arguments;
-}
-
-std::optional<std::string> Environment(const char* name) {
-    std::wstring text = Variable(Wide(name));
-    if (text.empty()) return std::nullopt;
-    return Narrow(text);
 }
 
 void ShowOutput() {
