@@ -51,6 +51,7 @@ Usage UsageNow() {
 
 /// A quarter of an hour in a run: 60 passes.
 struct Quarter {
+    int number;  ///< in its run, from 0
     Usage begin, end;
     double Seconds() const { return end.seconds - begin.seconds; }
     std::int64_t Calls() const { return end.calls - begin.calls; }
@@ -58,10 +59,16 @@ struct Quarter {
 
 using Quarters = std::span<const Quarter>;
 
+constexpr int kQuartersOfAnHour = 4;
 constexpr std::size_t kQuartersOfADay = 96;
 
-/// The processor time of the fastest one, which is the one that other programs have disturbed least.
-double Fastest(Quarters quarters) { return std::ranges::min(quarters, {}, &Quarter::Seconds).Seconds(); }
+/// Whether the trend and See Value are full, with 162 and 160 scans: until then a pass costs less.
+bool IsFull(const Quarter& quarter) { return quarter.number >= kQuartersOfAnHour; }
+
+/// The processor time of the fastest full one, which is the one that other programs have disturbed least.
+double Fastest(Quarters quarters) {
+    return std::ranges::min(quarters | std::views::filter(IsFull) | std::views::transform(&Quarter::Seconds));
+}
 
 /// Has records in memory: nobody waits for a disk here.
 struct DiskInMemory {
@@ -91,7 +98,7 @@ protected:
             The<Form4>().stop_after_n_scan.SetValue(1);
             The<Form4>().N_SCAN.SetText(std::to_string(passes));
         });
-        NoteQuarters(++run_, std::nullopt);
+        NoteQuarters(++run_, 0, std::nullopt);
         Run();
         EXPECT_EQ(user.Messages().back(), "End of Job.");
         for (const std::string& name : names) ExpectWhole(name, rows);
@@ -116,15 +123,15 @@ protected:
     std::vector<Quarter> quarters;  ///< whole ones, of all runs
 
 private:
-    /// Notes each quarter of an hour of run number `run`; the last one ended with `last`.
-    void NoteQuarters(int run, const std::optional<Usage>& last) {
+    /// Notes each quarter of an hour of run number `run`, from the `number`th on; the one before ended with `last`.
+    void NoteQuarters(int run, int number, const std::optional<Usage>& last) {
         constexpr int kStartMs = 30'000;
         constexpr int kQuarterMs = 900'000;
-        clock.At(static_cast<int>(clock.Elapsed()) + (last ? kQuarterMs : kStartMs), [this, run, last] {
+        clock.At(static_cast<int>(clock.Elapsed()) + (last ? kQuarterMs : kStartMs), [=, this] {
             if (run != run_) return;
             const Usage now = UsageNow();
-            if (last) quarters.push_back({*last, now});
-            NoteQuarters(run, now);
+            if (last) quarters.push_back({number, *last, now});
+            NoteQuarters(run, last ? number + 1 : 0, now);
         });
     }
     int run_ = 0;
@@ -169,7 +176,7 @@ TEST_F(LongRun, Stores_every_scan_holds_no_more_from_the_first_hour_on_and_gets_
         std::cout << Fastest(all) / 60 * 1000 << " ms a pass, " << all.back().end.bytes << " bytes\n";
     }
     EXPECT_LT(Fastest(Quarters(quarters).last(kQuartersOfADay)),
-              2 * Fastest(Quarters(quarters).first(kQuartersOfADay)));
+              1.5 * Fastest(Quarters(quarters).first(kQuartersOfADay)));
 }
 
 }  // namespace
