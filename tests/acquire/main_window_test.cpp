@@ -306,6 +306,15 @@ TEST_F(MainWindow, Lists_the_ticked_devices_and_shows_one_tab_for_each) {
     for (const int page : {2, 3}) EXPECT_FALSE(user.SeesTab("Form1", "SSTab1", page));
 }
 
+TEST_F(MainWindow, Tells_at_the_empty_device_list_why_Start_is_off_until_a_device_is_there) {
+    EXPECT_EQ(user.ToolTip("Form1", "Combo1"),
+              "No instrument is connected, so Start is off.\nChoose Configuration, Connect to Instrument.");
+    Connect({0});
+    EXPECT_EQ(user.ToolTip("Form1", "Combo1"), "");
+    Connect({});
+    EXPECT_TRUE(user.ToolTip("Form1", "Combo1").starts_with("No instrument is connected"));
+}
+
 TEST_F(MainWindow, Rebuilds_all_live_tables_and_turns_the_controls_on_at_every_way_of_choosing_a_device) {
     Connect({0, 1});
     const std::vector<std::pair<std::string, User::Action>> ways = {
