@@ -388,6 +388,14 @@ TEST_F(Record, Stores_singly_again_after_Undo_and_Commit_then_does_nothing) {
     EXPECT_EQ(Stored(), (Texts{"2"}));
 }
 
+TEST_F(Record, Keeps_what_was_committed_when_Undo_comes_after_it) {
+    Database::Transaction transaction(database);
+    AddRows(database, {"1"});
+    transaction.Commit();
+    transaction.Undo();
+    EXPECT_EQ(Stored(), Texts{"1"});
+}
+
 TEST_F(Record, Raises_what_goes_wrong_with_a_commit_and_is_usable_afterwards) {
     AddRows(database, {"1"});
     VirtualClock clock;

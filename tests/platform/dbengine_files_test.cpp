@@ -51,6 +51,15 @@ TEST(CreateDatabase, Never_meets_a_journal_that_a_missing_record_left) {
     EXPECT_EQ(TheDBEngine().OpenDatabase(folder / "a.mdb").OpenRecordset("select * from data").RecordCount(), 0);
 }
 
+TEST(CreateDatabase, Makes_a_file_whose_path_names_no_folder_in_the_current_one) {
+    const TempFolder folder;
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    TheDBEngine().CreateDatabase("a.mdb", "", 0).Close();
+    std::filesystem::current_path(before);
+    EXPECT_TRUE(FileExists(folder / "a.mdb"));
+}
+
 TEST(CreateDatabase, Leaves_a_database_even_if_nothing_is_added) {
     const TempFolder folder;
     TheDBEngine().CreateDatabase(folder / "a.mdb", "", 0).Close();
@@ -275,6 +284,34 @@ TEST_F(Record, Refuses_a_second_table_of_the_same_name) {
     EXPECT_EQ(ErrorOf([&] { database.AppendTableDef(again); }), kTableExists);
 }
 
+TEST_F(Record, Keeps_the_rows_of_two_tables_apart) {
+    TableDef other;
+    other.Name = "other_2";
+    other.Fields.Append({"NUM", kDbText});
+    database.AppendTableDef(other);
+    AddRows(database, {"1"});
+    Recordset rows = database.OpenRecordset("select * from other_2");
+    rows.AddNew();
+    rows.Set("NUM", "2");
+    rows.Update();
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_EQ(Walk(All()), Texts{"1"});
+        EXPECT_EQ(Walk(database.OpenRecordset("select * from other_2")), Texts{"2"});
+    }
+}
+
+TEST_F(Record, May_have_a_column_whose_name_holds_a_quotation_mark) {
+    TableDef table;
+    table.Name = "other";
+    table.Fields.Append({"12\"", kDbText});
+    database.AppendTableDef(table);
+    Recordset rows = database.OpenRecordset("select * from other");
+    rows.AddNew();
+    rows.Set("12\"", "a foot");
+    rows.Update();
+    EXPECT_EQ(Walk(database.OpenRecordset("select * from other"), "12\""), Texts{"a foot"});
+}
+
 TEST_F(Record, Refuses_a_column_that_is_no_text) {
     TableDef table;
     table.Name = "OTHER";
@@ -295,7 +332,8 @@ TEST_F(Record, Raises_3075_for_every_other_query) {
     for (const char* query :
          {"", "select", "select num from data", "select * from", "select * from []", "select * from [data",
           "select * from data where", "select * from data where NUM=2", "select * from data where NUM='2",
-          "delete from data", "select * from data where NUM='2' or NUM='3'", "select * from data; drop table data"})
+          "delete from data", "select * from data where NUM='2' or NUM='3'", "select * from data; drop table data",
+          "select * from data{", "select * from data^", "select * from data:"})
         EXPECT_EQ(ErrorOf([&] { database.OpenRecordset(query); }), kEngineSyntax) << query;
 }
 
@@ -397,6 +435,7 @@ TEST_F(Record, Raises_3420_for_all_use_after_Close) {
     EXPECT_EQ(ErrorOf([&] { rows.Update(); }), kObjectClosed);
     EXPECT_EQ(ErrorOf([&] { rows.Delete(); }), kObjectClosed);
     EXPECT_EQ(ErrorOf([&] { All(); }), kObjectClosed);
+    EXPECT_EQ(ErrorOf([&] { database.OpenRecordset("select * from data", {"num"}); }), kObjectClosed);
     EXPECT_EQ(ErrorOf([&] { database.AppendTableDef(DataTable()); }), kObjectClosed);
     EXPECT_EQ(ErrorOf([&] { Database::Transaction transaction(database); }), kObjectClosed);
 }

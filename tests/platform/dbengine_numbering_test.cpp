@@ -281,6 +281,45 @@ TEST_F(Lookup, Finds_rows_at_the_ends_of_the_row_ids) {
     EXPECT_EQ(Walk(Find("5")), Texts{"5"});
 }
 
+TEST_F(Proof, Ends_with_a_row_for_which_no_id_is_left_behind_the_last) {
+    sqlite3* file = nullptr;
+    sqlite3_open(path.c_str(), &file);
+    ASSERT_EQ(
+        sqlite3_exec(file, "insert into data(_rowid_,num) values(9223372036854775807,'11')", nullptr, nullptr, nullptr),
+        SQLITE_OK);
+    sqlite3_close(file);
+    EXPECT_EQ(Walk(Find("11")), Texts{"11"});
+    Append("12");  // gets a row id somewhere between
+    EXPECT_EQ(Walk(Find("12")), Texts{"12"});
+    EXPECT_EQ(Walk(Find("11")), Texts{"11"});
+}
+
+TEST_F(Proof, Ends_with_an_appended_row_without_a_number) {
+    Recordset rows = All();
+    rows.AddNew();
+    rows.Update();
+    rows = All();
+    rows.MoveLast();
+    EXPECT_EQ(rows.RecordCount(), 11);
+    Append("12");
+    EXPECT_TRUE(Find("11").Bof());
+    EXPECT_EQ(Walk(Find("12")), Texts{"12"});
+}
+
+TEST_F(Proof, Does_not_count_for_what_is_not_committed) {
+    Database::Transaction open(database);
+    Delete("10");
+    Recordset rows = All();
+    rows.MoveLast();
+    EXPECT_EQ(rows.RecordCount(), 9);
+    Texts read;
+    All().Scan(9, {"num"}, [&](const auto& texts) {
+        read.push_back(texts[0].value_or("Null"));
+        return true;
+    });
+    EXPECT_EQ(read, Texts{"9"});
+}
+
 TEST_F(Lookup, Finds_nothing_in_an_empty_table) { EXPECT_TRUE(Find("1").Bof()); }
 
 TEST_F(Lookup, By_another_column_gives_what_a_scan_gives) {
@@ -461,6 +500,13 @@ TEST_F(ReadingInOneGo, Begins_at_the_same_row_where_the_numbering_is_known_and_r
     Find("1");
     EXPECT_EQ(From(3, 2), (Texts{"reading 5 of 3", "reading 6 of 4"}));
     EXPECT_EQ(From(8), Texts{});
+    EXPECT_EQ(From(0), From(1));
+}
+
+TEST_F(ReadingInOneGo, Begins_at_the_same_row_where_numbers_are_known_to_be_doubled) {
+    AddRows(database, {"1", "1", "2"});
+    Find("1");
+    EXPECT_EQ(From(2), (Texts{"reading 1 of 1", "reading 2 of 2"}));
 }
 
 }  // namespace

@@ -160,6 +160,33 @@ TEST_F(Record, RecordCount_counts_added_rows) {
     EXPECT_EQ(rows.RecordCount(), 2);
 }
 
+TEST_F(Record, RecordCount_counts_the_rows_that_a_query_found) {
+    AddRows(database, {"5", "1", "5"});
+    for (const auto& [number, count] : {std::pair("5", 2), std::pair("1", 1)}) {
+        Recordset found = Find(number);
+        found.MoveLast();
+        EXPECT_EQ(found.RecordCount(), count) << number;
+    }
+}
+
+TEST_F(Record, RecordCount_leaves_out_the_rows_that_came_after_its_opening) {
+    AddRows(database, {"1", "2"});
+    Recordset rows = All();
+    AddRows(database, {"3"});
+    Find("3");
+    rows.MoveLast();
+    EXPECT_EQ(rows.RecordCount(), 2);
+}
+
+TEST_F(Record, Has_no_last_row_once_all_are_deleted) {
+    AddRows(database, {"1", "2"});
+    Recordset rows = All();
+    for (const char* number : {"1", "2"}) Delete(number);
+    EXPECT_TRUE(Find("1").Bof());
+    EXPECT_EQ(ErrorOf([&] { rows.MoveLast(); }), kNoCurrentRecord);
+    EXPECT_TRUE(rows.Eof());
+}
+
 TEST_F(Record, Can_be_emptied_in_a_walk) {
     AddRows(database, {"", "", ""});
     Recordset rows = All();
@@ -271,6 +298,17 @@ TEST_F(Record, Stays_as_it_is_after_an_edit_in_which_nothing_was_set) {
     EXPECT_EQ(ErrorOf([&] { rows.Update(); }), 0);
     EXPECT_EQ(Stored(), (Texts{"1", "2"}));
     EXPECT_EQ(ErrorOf([&] { rows.Set("num", "5"); }), kNoCurrentEdit);
+}
+
+TEST_F(Record, Stores_every_column_that_was_set) {
+    AddRows(database, {"1"});
+    Recordset rows = All();
+    rows.Edit();
+    rows.Set("NUM", "7");
+    rows.Set("Ch1", "changed");
+    rows.Update();
+    EXPECT_EQ(Stored(), Texts{"7"});
+    EXPECT_EQ(Walk(All(), "Ch1"), Texts{"changed"});
 }
 
 TEST_F(Record, Writes_only_the_columns_that_were_set) {

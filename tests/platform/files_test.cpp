@@ -40,7 +40,7 @@ TEST(RecordFilePath, Refuses_a_name_that_could_lead_elsewhere) {
 
 TEST(RecordFilePath, Refuses_characters_that_no_file_name_can_hold) {
     for (const char* name :
-         {"Record\n", "Record:1", "Record*", "Record?", "Record\"", "<Record>", "Record|1", "\tRecord"})
+         {"Record\n", "Record:1", "Record*", "Record?", "Record\"", "<Record>", "Record|1", "\tRecord", "Record\x7f"})
         EXPECT_EQ(ErrorOf([&] { RecordFilePath(name); }), kNotAValidName) << name;
     EXPECT_EQ(ErrorOf([] { RecordFilePath(std::string("Record\0", 7)); }), kNotAValidName);
 }

@@ -1,5 +1,6 @@
 // The grid: cells with texts and colours, fixed ones in front.
 #include "platform/trial_window.h"
+#include "support/errors.h"
 #include "support/user.h"
 
 #include <QApplication>
@@ -36,6 +37,10 @@ protected:
 };
 
 }  // namespace
+
+TEST_F(Grids, In_an_array_raise_error_340_beyond_its_ends) {
+    for (const int index : {-1, 4}) EXPECT_EQ(ErrorOf([&] { The<Trial>().MSFlexGrid1(index); }), kControlArrayElement);
+}
 
 TEST_F(Grids, Rows_dropped_at_the_end_come_back_empty) {
     grid.SetTextMatrix(1, 1, "kept");

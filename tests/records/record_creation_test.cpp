@@ -43,8 +43,8 @@ protected:
 };
 
 TEST_F(RecordCreation, Whose_file_operations_fail_from_any_on_leaves_no_record_or_a_whole_one) {
-    for (const auto& [cause, expected] :
-         {std::pair(ENOSPC, kEngineFull), std::pair(EDQUOT, kEngineFull), std::pair(EACCES, kNoPermission)}) {
+    for (const auto& [cause, expected] : {std::pair(ENOSPC, kEngineFull), std::pair(EDQUOT, kEngineFull),
+                                          std::pair(EACCES, kNoPermission), std::pair(EIO, kEngineOther)}) {
         int fails = 0;
         for (;; ++fails) {
             const TempAppFolder folder;
@@ -62,6 +62,53 @@ TEST_F(RecordCreation, Whose_file_operations_fail_from_any_on_leaves_no_record_o
         EXPECT_GE(fails, 5);  // made aside, written, synced, named, its folder synced
         Tried(fails, "failing file operations");
     }
+}
+
+/// Leaves in `folder` what a program leaves that is killed while it makes the record.
+void LeaveHalfMade(const std::string& folder) {
+    ChildProcess killed([&](const ChildProcess::Contact&) {
+        FileCalls calls(folder);
+        calls.KillAt(3);
+        Start();
+    });
+    killed.End();
+    ASSERT_EQ(Entries(folder).size(), 1U);
+    ASSERT_NE(Entries(folder), Texts{"Record1.mdb"});
+}
+
+TEST_F(RecordCreation, Beside_one_that_was_left_half_made_fails_or_clears_it) {
+    int fails = 0;
+    for (;; ++fails) {
+        const TempAppFolder folder;
+        LeaveHalfMade(folder / "db");
+        FileCalls calls(folder / "db");
+        calls.FailFrom(fails + 1, EACCES, false);
+        const int error = Start();
+        if (calls.Count() <= fails) break;
+        const bool is_made = FileExists(folder / "db/Record1.mdb");
+        EXPECT_TRUE(is_made || error == kNoPermission) << error << " after a failure of call " << fails + 1;
+
+        EXPECT_EQ(Start(), 0) << "after a failure of call " << fails + 1;
+        EXPECT_EQ(Entries(folder / "db"), Texts{"Record1.mdb"});
+    }
+    EXPECT_GE(fails, 7);  // besides, the leftover opened and removed
+    Tried(fails, "failing file operations");
+}
+
+TEST_F(RecordCreation, Goes_on_where_a_signal_interrupts_a_write) {
+    /// How many of the calls may fail once with `cause` and the record is made all the same.
+    const auto made_despite = [](int cause) {
+        int made = 0;
+        for (int call = 1;; ++call) {
+            const TempAppFolder folder;
+            FileCalls calls(folder / "db");
+            calls.FailFrom(call, cause, false);
+            const int error = Start();
+            if (calls.Count() < call) return made;
+            made += error == 0;
+        }
+    };
+    EXPECT_GT(made_despite(EINTR), made_despite(EIO));
 }
 
 TEST_F(RecordCreation, On_a_disk_of_any_size_leaves_no_record_or_a_whole_one) {

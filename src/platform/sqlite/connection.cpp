@@ -59,7 +59,7 @@ std::int64_t PageSize(std::string_view header) {
 bool HasWriteAheadLog(std::string_view header) {
     constexpr std::size_t kReadVersionOffset = 19;
     constexpr char kWriteAheadLog = 2;
-    return header.size() > kReadVersionOffset && header[kReadVersionOffset] == kWriteAheadLog;
+    return header[kReadVersionOffset] == kWriteAheadLog;
 }
 
 /// Called while another has the file locked: nonzero to try again.

@@ -33,7 +33,8 @@ Rows::Rows(std::shared_ptr<Connection> connection, const Source& source, ColumnN
 
 void Rows::TakeAll() {
     Statement last = connection_->Prepare("select max(_rowid_) from " + Quoted(table_->name));
-    if (last.Step() && !last.IsNull(0)) ranges_.push_back({std::numeric_limits<std::int64_t>::min(), last.Int(0)});
+    last.Step();
+    if (!last.IsNull(0)) ranges_.push_back({std::numeric_limits<std::int64_t>::min(), last.Int(0)});
     StandOnFirst(0, std::numeric_limits<std::int64_t>::min());
 }
 
@@ -41,8 +42,8 @@ void Rows::TakeFound(const Source& source) {
     const std::size_t key = table_->ColumnIndex(source.column);
     const Found found = FindRows(*connection_, *table_, table_->columns[key], source.text);
     for (const std::int64_t id : found.ids) Include(id);
-    const bool is_any = StandOnFirst(0, std::numeric_limits<std::int64_t>::min());
-    if (!found.is_by_number || !is_any || row_[key] == source.text) return;
+    StandOnFirst(0, std::numeric_limits<std::int64_t>::min());
+    if (!found.is_by_number || row_[key] == source.text) return;
     ranges_.clear();
     rows_reached_ = 0;
     StandOnFirst(0, std::numeric_limits<std::int64_t>::min());
@@ -143,7 +144,8 @@ std::int64_t Rows::CountAll() {
         count.Reset();
         count.Bind(1, range.low);
         count.Bind(2, range.high);
-        if (count.Step()) rows += count.Int(0);
+        count.Step();
+        rows += count.Int(0);
     }
     return rows;
 }

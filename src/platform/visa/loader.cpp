@@ -2,6 +2,10 @@
 
 #include "platform/os/library.h"
 
+#include <algorithm>
+#include <array>
+#include <functional>
+
 namespace vantrel {
 namespace {
 
@@ -13,10 +17,17 @@ bool Bind(void* library, const char* name, Routine*& entry_point) {
 }
 
 bool BindAll(void* library, VisaEntryPoints& table) {
-    return Bind(library, "viOpenDefaultRM", table.viOpenDefaultRM) && Bind(library, "viFindRsrc", table.viFindRsrc) &&
-           Bind(library, "viFindNext", table.viFindNext) && Bind(library, "viOpen", table.viOpen) &&
-           Bind(library, "viSetAttribute", table.viSetAttribute) && Bind(library, "viWrite", table.viWrite) &&
-           Bind(library, "viRead", table.viRead) && Bind(library, "viClose", table.viClose);
+    const std::array is_bound = {
+        Bind(library, "viOpenDefaultRM", table.viOpenDefaultRM),
+        Bind(library, "viFindRsrc", table.viFindRsrc),
+        Bind(library, "viFindNext", table.viFindNext),
+        Bind(library, "viOpen", table.viOpen),
+        Bind(library, "viSetAttribute", table.viSetAttribute),
+        Bind(library, "viWrite", table.viWrite),
+        Bind(library, "viRead", table.viRead),
+        Bind(library, "viClose", table.viClose),
+    };
+    return std::ranges::all_of(is_bound, std::identity());
 }
 
 }  // namespace
