@@ -105,8 +105,7 @@ private:
         QRect caption = frame.fontMetrics.boundingRect(frame.text);
         caption.moveTopLeft(frame.rect.topLeft() + QPoint(kIndent, 0));
         painter.save();
-        painter.setPen(frame.palette.color(QPalette::Mid));
-        painter.drawRect(frame.rect.adjusted(0, caption.height() / 2, -1, -1));
+        FillBorder(painter, frame.rect.adjusted(0, caption.height() / 2, 0, 0), frame.palette.color(QPalette::Mid));
         painter.fillRect(caption.adjusted(-kGap, 0, kGap, 0), frame.palette.window());
         painter.setPen(frame.palette.color(QPalette::WindowText));
         painter.drawText(caption, Qt::AlignCenter | Qt::TextDontClip, frame.text);
