@@ -9,6 +9,7 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QSettings>
 #include <QWidget>
 #include <csignal>
@@ -44,6 +45,10 @@ struct Main : Window {
     }
 };
 
+struct Tall : Window {
+    Tall() : Window("Tall", "Higher than the screen", {4000, 60000}) {}
+};
+
 }  // namespace
 
 TEST(Windows, Touching_one_loads_it_unshown) {
@@ -58,6 +63,15 @@ TEST(Windows, A_hidden_one_keeps_its_values) {
     The<Trial>().Hide();
     The<Trial>().Show();
     EXPECT_EQ(The<Trial>().Text1.Text(), "7");
+}
+
+TEST(Windows, One_that_is_higher_than_the_screen_leaves_its_title_bar_on_it) {
+    The<Tall>().Show();
+    const QWidget* frame = User().FindWindow("Tall");
+    const QRect room = frame->screen()->availableGeometry();
+    ASSERT_GT(frame->height(), room.height());
+    EXPECT_GE(frame->y(), room.top() + 20);
+    EXPECT_LT(frame->y(), room.top() + 40);
 }
 
 TEST(Windows, Unloading_one_that_was_shown_runs_its_closing_step_and_the_next_touch_loads_afresh) {

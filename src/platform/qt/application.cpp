@@ -21,6 +21,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
+#include <QStyle>
 #include <QUrl>
 #include <QWindow>
 #include <cstdio>
@@ -220,7 +221,9 @@ void PlaceOver(QWidget* window, const QWidget* owner) {
     QRect place = window->frameGeometry();
     place.moveCenter(centre);
     const int left = std::max(room.left(), std::min(place.left(), room.right() + 1 - place.width()));
-    const int top = std::max(room.top(), std::min(place.top(), room.bottom() + 1 - place.height()));
+    // The frame is not known before the window is shown; a title bar above the screen could not be taken hold of.
+    const int title = QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const int top = std::max(room.top() + title, std::min(place.top(), room.bottom() + 1 - place.height()));
     window->move(left, top);
     window->setProperty(kPlacedAt, QPoint(left + place.width() / 2, top + place.height() / 2));
 }

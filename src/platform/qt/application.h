@@ -19,7 +19,8 @@ void EndSession();
 /// Ends the event loop of RunProgram if no window of the program is on the screen.
 void QuitWithoutWindows();
 
-/// Moves a window over the middle of `owner` (of the screen, if there is none) and onto the screen.
+/// Moves a window over the middle of `owner` (of the screen, if there is none) and onto the screen, where its title bar
+/// has room even if the window is higher than the screen.
 void PlaceOver(QWidget* window, const QWidget* owner);
 
 }  // namespace vantrel
