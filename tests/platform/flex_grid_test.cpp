@@ -13,6 +13,7 @@
 #include <QTableView>
 #include <QTest>
 #include <cmath>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace vantrel {
@@ -34,6 +35,123 @@ protected:
     MSFlexGrid& grid = The<Trial>().MSFlexGrid1(0);
     QTableView& view = *static_cast<QTableView*>(grid.Widget());
     User user;
+};
+
+/// A table that is looked at somewhere, with a cell marked or a few selected, while its first row below the headings is
+/// rolled.
+struct Looked {
+    std::string name;
+    std::function<void(MSFlexGrid&, QTableView&)> prepare;
+};
+
+/// What a user has before the eyes and under the keys.
+struct Sight {
+    std::vector<std::string> texts;
+    std::vector<Colour> colours;
+    int row, col;  // the current cell of the program
+    QPoint current;
+    QStringList selected;
+    int scrolled;
+    QImage picture;
+};
+
+class RolledTables : public Grids {
+protected:
+    static constexpr int kHeadings = 2;
+    static constexpr int kRows = 60;
+
+    void Fill() {
+        grid.SetRows(kHeadings);
+        view.clearSelection();
+        view.setCurrentIndex({});
+        view.verticalScrollBar()->setValue(0);
+        grid.SetCols(8);
+        grid.SetRows(kRows);
+        for (int row = 0; row < kRows; ++row) {
+            grid.SetRowHeight(row, 240);
+            for (int col = 0; col < 8; ++col)
+                grid.SetTextMatrix(row, col, std::to_string(row) + "/" + std::to_string(col));
+        }
+        grid.SetRow(9);
+        grid.SetCol(4);
+        grid.SetCellBackColor(RGB(20, 40, 200));
+        Settle();
+    }
+
+    void AddScan() {
+        for (int col = 0; col < 8; ++col) grid.SetTextMatrix(grid.Rows() - 1, col, "new " + std::to_string(col));
+        Settle();
+    }
+
+    /// Until what is laid out and painted later is on the screen.
+    void Settle() const {
+        QTest::qWait(1);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Screen() == FreshlyPainted(); }));
+    }
+
+    QImage Screen() const {
+        const QWidget& window = *view.window();
+        const QRect place(view.mapTo(&window, QPoint(0, 0)), view.size());
+        return window.screen()->grabWindow(window.winId()).toImage().convertToFormat(QImage::Format_RGB32).copy(place);
+    }
+
+    QImage FreshlyPainted() const { return view.grab().toImage().convertToFormat(QImage::Format_RGB32); }
+
+    Sight Seen() {
+        Sight sight{{},
+                    {},
+                    grid.Row(),
+                    grid.Col(),
+                    {view.currentIndex().row(), view.currentIndex().column()},
+                    {},
+                    view.verticalScrollBar()->value(),
+                    Screen()};
+        for (const QModelIndex& cell : view.selectionModel()->selectedIndexes())
+            sight.selected << QString("%1,%2").arg(cell.row()).arg(cell.column());
+        sight.selected.sort();
+        for (int row = 0; row < grid.Rows(); ++row)
+            for (int col = 0; col < grid.Cols(); ++col) {
+                sight.texts.push_back(grid.TextMatrix(row, col));
+                grid.SetRow(row);
+                grid.SetCol(col);
+                sight.colours.push_back(grid.CellBackColor());
+            }
+        grid.SetRow(sight.row);
+        grid.SetCol(sight.col);
+        return sight;
+    }
+
+    static std::vector<Looked> Looks() {
+        const auto current = [](int row, int col) {
+            return [=](MSFlexGrid&, QTableView& view) { view.setCurrentIndex(view.model()->index(row, col)); };
+        };
+        const auto selected = [](int first, int last) {
+            return [=](MSFlexGrid&, QTableView& view) {
+                view.selectionModel()->select({view.model()->index(first, 2), view.model()->index(last, 4)},
+                                              QItemSelectionModel::Select);
+            };
+        };
+        return {{"plain", [](MSFlexGrid&, QTableView&) {}},
+                {"current cell in the rolled row", current(2, 3)},
+                {"current cell in the next row", current(3, 3)},
+                {"current cell below", current(10, 3)},
+                {"current cell in the last row", current(kRows - 1, 3)},
+                {"rolled row selected with others", selected(2, 4)},
+                {"other rows selected", selected(5, 8)},
+                {"last rows selected", selected(kRows - 3, kRows - 1)},
+                {"focus",
+                 [](MSFlexGrid&, QTableView& view) {
+                     view.setFocus();
+                     view.setCurrentIndex(view.model()->index(7, 3));
+                 }},
+                {"high row", [](MSFlexGrid& grid, QTableView&) { grid.SetRowHeight(6, 480); }},
+                {"rows between pixels",
+                 [](MSFlexGrid& grid, QTableView&) {
+                     for (int row = 0; row < kRows; ++row) grid.SetRowHeight(row, 250);
+                 }},
+                {"few rows", [](MSFlexGrid& grid, QTableView&) { grid.SetRows(5); }},
+                {"merged heading", [](MSFlexGrid& grid, QTableView&) { grid.SetMergeRow(0, true); }}};
+    }
 };
 
 }  // namespace
@@ -290,6 +408,43 @@ TEST_F(Grids, Show_on_the_screen_each_cell_that_has_changed_headings_and_merged_
         const QImage screen = window.screen()->grabWindow(window.winId()).toImage();
         EXPECT_NE(view.viewport()->grab().toImage(), before) << row << ", " << col;
         EXPECT_EQ(screen.convertToFormat(QImage::Format_RGB32), drawn) << row << ", " << col;
+    }
+}
+
+// Each where the table is not scrolled, somewhere, and (nearly) to its end.
+TEST_F(RolledTables, Look_as_if_the_row_had_been_moved_to_the_end_and_the_last_row_dropped_and_added) {
+    for (const Looked& looked : Looks()) {
+        for (const int scrolled : {0, 24, 400, -16, -5, 0x7FFF}) {
+            SCOPED_TRACE(looked.name + ", scrolled to " + std::to_string(scrolled));
+            const auto begin = [&] {
+                Fill();
+                looked.prepare(grid, view);
+                Settle();
+                QScrollBar& bar = *view.verticalScrollBar();
+                bar.setValue(scrolled < 0 ? bar.maximum() + scrolled : scrolled);
+                Settle();
+            };
+            begin();
+            grid.SetRowPosition(kHeadings, grid.Rows() - 1);
+            grid.SetRows(grid.Rows() - 1);
+            grid.SetRows(grid.Rows() + 1);
+            AddScan();
+            const Sight expected = Seen();
+            begin();
+            const QImage before = Screen();
+            grid.RollRow(kHeadings);
+            AddScan();
+            const Sight sight = Seen();
+            EXPECT_EQ(sight.texts, expected.texts);
+            EXPECT_EQ(sight.colours, expected.colours);
+            EXPECT_EQ(sight.row, expected.row);
+            EXPECT_EQ(sight.col, expected.col);
+            EXPECT_EQ(sight.current, expected.current);
+            EXPECT_EQ(sight.selected, expected.selected);
+            EXPECT_EQ(sight.scrolled, expected.scrolled);
+            EXPECT_NE(sight.picture, before);
+            EXPECT_EQ(sight.picture, expected.picture);
+        }
     }
 }
 

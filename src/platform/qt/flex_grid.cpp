@@ -6,6 +6,7 @@
 
 #include <QHeaderView>
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 namespace vantrel {
@@ -168,16 +169,22 @@ void MSFlexGrid::SetRowPosition(int row, int to) {
 void MSFlexGrid::RollRow(int row) {
     CheckRow(row);
     const int last = Rows() - 1;
-    SetRowPosition(row, last);
-    if (ViewOf(widget_).IsMarked(last)) {
-        // The mark does not go round with its row, but up to the one before.
+    GridView& view = ViewOf(widget_);
+    if (!RowsAreAlike(row) || !view.CanRoll(row)) {
+        SetRowPosition(row, last);
         SetRows(last);
         SetRows(last + 1);
         return;
     }
-    CellsOf(widget_).EmptyRow(last);
-    ViewOf(widget_).KeepEndInSight(last);
+    view.Cells().RollRow(row);
+    view.RollPicture(row);
     row_ = std::min(row_, last - 1);
+}
+
+bool MSFlexGrid::RowsAreAlike(int first) const {
+    const float height = heights_[Index(first)];
+    return std::fmod(height, kTwipsPerPixel) == 0 &&
+           std::all_of(heights_.begin() + first, heights_.begin() + Rows(), [&](float h) { return h == height; });
 }
 
 void MSFlexGrid::SetColAlignmentLeft(int col) {

@@ -37,8 +37,9 @@ public:
     std::optional<Colour> BackColor(int row, int col) const { return At(row, col).back_color; }
     void SetBackColor(int row, int col, Colour colour);
     void Clear();
-    void EmptyRow(int row);
     void MoveRow(int row, int to);
+    /// Moves row `row` behind all others and empties it. No view is told: they roll their pictures.
+    void RollRow(int row);
 
     int fixed_rows = 0;
     int fixed_cols = 0;
@@ -76,10 +77,11 @@ public:
     void SetScrollBars(bool shown);
     /// Row and column sizes in pixels have changed, or the fixed cells.
     void Refresh();
-    /// True if the current cell or a selected one is in row `row`.
-    bool IsMarked(int row) const;
-    /// Scrolls to the end where what is shown ends with row `last`, or within a row of it.
-    void KeepEndInSight(int last);
+    /// True if row `row` can go round and the picture of all below it move up: it is neither marked, as the current row
+    /// or a selected one, nor a heading, and no row from it on is merged.
+    bool CanRoll(int row) const;
+    /// Moves the picture of all rows below row `row` up by its height, and paints what comes into sight.
+    void RollPicture(int row);
 
 signals:
     void Clicked(int row, int col);

@@ -77,12 +77,6 @@ void GridModel::Clear() {
     emit dataChanged(index(0, 0), index(rowCount() - 1, cols_ - 1), {Qt::DisplayRole});
 }
 
-void GridModel::EmptyRow(int row) {
-    if (cols_ == 0) return;
-    rows_[std::size_t(row)].assign(std::size_t(cols_), {});
-    emit dataChanged(index(row, 0), index(row, cols_ - 1));
-}
-
 void GridModel::MoveRow(int row, int to) {
     if (row == to) return;
     beginMoveRows({}, row, row, {}, to > row ? to + 1 : to);
@@ -92,6 +86,14 @@ void GridModel::MoveRow(int row, int to) {
     else
         std::rotate(rows_.begin() + to, at, at + 1);
     endMoveRows();
+}
+
+void GridModel::RollRow(int row) {
+    std::rotate(rows_.begin() + row, rows_.begin() + row + 1, rows_.end());
+    rows_.back().assign(std::size_t(cols_), {});
+    // Marks go up with their rows.
+    for (const QModelIndex& mark : persistentIndexList())
+        if (mark.row() > row) changePersistentIndex(mark, index(mark.row() - 1, mark.column()));
 }
 
 }  // namespace vantrel

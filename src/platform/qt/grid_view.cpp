@@ -2,6 +2,7 @@
 #include "platform/qt/style.h"
 #include "platform/qt/text.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -13,6 +14,7 @@
 #include <QScrollBar>
 #include <QStyleOptionViewItem>
 #include <algorithm>
+#include <cmath>
 
 namespace vantrel {
 
@@ -83,13 +85,26 @@ void GridView::DrawFitting(QPainter& painter, const QRect& cell, Qt::Alignment a
     }
 }
 
-bool GridView::IsMarked(int row) const {
-    return currentIndex().row() == row || selectionModel()->rowIntersectsSelection(row);
+bool GridView::CanRoll(int row) const {
+    const bool is_marked = currentIndex().row() == row || selectionModel()->rowIntersectsSelection(row);
+    return !is_marked && row >= cells_->fixed_rows && merged_.size() <= std::size_t(row);
 }
 
-void GridView::KeepEndInSight(int last) {
-    QScrollBar* bar = verticalScrollBar();
-    if (bar->value() >= bar->maximum() - rowHeight(last)) bar->setValue(bar->maximum());
+void GridView::RollPicture(int row) {
+    const int last = cells_->rowCount() - 1;
+    const int top = std::max(RowAt(row), FixedHeight());
+    const int frame = viewport()->height() - 1;
+    const int end = std::min(RowAt(last) + rowHeight(last), frame);
+    const double scale = devicePixelRatioF();
+    if (scale == std::floor(scale))
+        viewport()->scroll(0, -rowHeight(row), QRect(0, top, viewport()->width(), end - top));
+    else
+        viewport()->update();  // rows begin between two pixels of the screen
+#if QT_CONFIG(accessibility)
+    if (!QAccessible::isActive()) return;
+    QAccessibleTableModelChangeEvent changed(this, QAccessibleTableModelChangeEvent::ModelReset);
+    QAccessible::updateAccessibility(&changed);
+#endif
 }
 
 void GridView::SetMergeRow(int row, bool merge) {

@@ -64,6 +64,8 @@ public:
 private:
     void CheckRow(int row) const;
     void CheckCol(int col) const;
+    /// True if all rows from `first` on have the same height, in whole pixels.
+    bool RowsAreAlike(int first) const;
     /// Gives the columns (rows) from `first` on their places in pixels.
     void PlaceCols();
     void PlaceRows(int first);
