@@ -547,6 +547,22 @@ TEST_F(RecordDraw, The_range_is_held_against_the_quantity_on_show_whatever_is_ty
     });
 }
 
+TEST_F(RecordDraw, A_name_that_is_no_channel_is_drawn_over_the_whole_range_of_a_shorter_record_too) {
+    MakeRecord(Record("Record1"), 5, Level);
+    MakeRecord(Record("Record2"), 9, Level);
+    Dialog([this] {
+        Choose("Record2.mdb");
+        Type("Combo_record", "Record1.mdb");
+        Type("Combo_chan", "CH99");
+        ChooseRange("1", "9");
+        Draw();
+        EXPECT_EQ(user.Messages(), Texts{});
+        EXPECT_EQ(The<Record_View_Draw>().Record_Path, Record("Record1"));
+        EXPECT_EQ(The<Record_View_Draw>().Slider1.Max(), 9);
+        EXPECT_EQ(The<Record_View_Draw>().draw_pic.LineCount(), 9U);
+    });
+}
+
 TEST_F(RecordDraw, Row_numbers_are_rewritten_without_decimals_for_a_whole_drawing_too) {
     MakeRecord(Record("Record1"), 5, Level);
     struct Case {
