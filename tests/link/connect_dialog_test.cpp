@@ -93,6 +93,14 @@ protected:
 
 // ---------------------------------------------------------------------------------------------------------- the dialog
 
+TEST_F(ConnectDialog, Tells_at_an_empty_list_what_to_check) {
+    Open("instrument A\ncard 0\n");
+    InDialog([this] {
+        EXPECT_EQ(user.ToolTip("Connect", kGrid),
+                  "No instrument with a scanner card was found.\nCheck power and cable, then press Find.");
+    });
+}
+
 TEST_F(ConnectDialog, Search_has_run_when_the_dialog_comes_up) {
     Open(Instrument(1, 0) + Instrument(2, 1) + Instrument(3, 2));
     InDialog([this] {

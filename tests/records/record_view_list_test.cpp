@@ -34,6 +34,12 @@ TEST_F(RecordList, Has_the_entries_that_end_in_mdb_in_small_letters) {
     EXPECT_EQ(listed, (Texts{"Record 2.mdb", "a.mdb", "h..mdb"}));
 }
 
+TEST_F(RecordList, Tells_while_it_is_empty_how_a_record_is_made) {
+    OpenBrowser();
+    EXPECT_EQ(user.ToolTip("Record_View_Form", "List1"),
+              "There is no record yet: the first Start with a record from Set Record makes one.");
+}
+
 TEST_F(RecordList, Stands_in_the_order_in_which_the_system_lists_the_folder) {
     Texts entries;
     for (const std::string& number : Counting(1, 40)) entries.push_back("Record" + number + ".mdb");
