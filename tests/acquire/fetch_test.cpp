@@ -157,6 +157,16 @@ TEST_F(FetchedReadings, End_where_the_plan_has_lost_its_channels_between_two_row
     EXPECT_EQ(ScanCount(0), 1);
 }
 
+TEST_F(FetchedReadings, End_where_the_plan_has_lost_its_only_channel_behind_the_first_reading) {
+    Ready(SmallScanner(0, "channel 1 VOLT\n"), "1,2\n");
+    After(0, [] {
+        for (const Integer ch : Each(10)) ChannelPlan(0, ch) = "NONE";
+    });
+    Fetch_Readings(0);
+    EXPECT_EQ(Rows(1), (std::vector<Texts>{{"1"}}));
+    EXPECT_EQ(ScanCount(0), 1);
+}
+
 TEST_F(FetchedReadings, An_empty_field_leaves_the_cell_and_counts_no_reading) {
     Ready(kFourChannels, "1,,3,4\n");
     ScanRow(0, 1) = "old";
