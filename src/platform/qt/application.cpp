@@ -11,6 +11,7 @@
 #include "platform/toolkit/desktop.h"
 #include "platform/toolkit/dialogs.h"
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QColorDialog>
 #include <QDesktopServices>
@@ -137,6 +138,8 @@ void End() { ExitNow(0); }
 void DoEvents() {
     constexpr int kAtMostMs = 100;  // events that keep making new ones must not hold the caller for ever
     QCoreApplication::processEvents(QEventLoop::AllEvents, kAtMostMs);
+    // This has taken the event that was to wake the loop, which on Windows would wait for another one.
+    if (AnyWaitEnds()) QCoreApplication::eventDispatcher()->wakeUp();
 }
 
 void MsgBox(const std::string& text) { ShowMessage("VANTREL", text, QMessageBox::Ok); }

@@ -23,6 +23,9 @@ std::vector<WindowFrame*>& OnScreen() {
     return *frames;
 }
 
+/// The loops of WaitUntilGone, the innermost last.
+std::vector<const QEventLoop*> waits;
+
 /// The window that was active last, on the screen or not. Only for comparison.
 const Window* last_active = nullptr;
 
@@ -119,8 +122,14 @@ void WindowFrame::Vanish() {
 void WindowFrame::WaitUntilGone() {
     QEventLoop loop;
     waiting_ = &loop;
+    waits.push_back(&loop);
     loop.exec();
+    waits.pop_back();
     Vanish();  // the loop also ends with the program
+}
+
+bool AnyWaitEnds() {
+    return std::ranges::any_of(waits, [](const QEventLoop* loop) { return !loop->isRunning(); });
 }
 
 bool WindowFrame::ToFront() {

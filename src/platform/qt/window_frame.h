@@ -59,6 +59,10 @@ private:
 /// The window of the program that was active last and is still on the screen; nullptr if none is.
 WindowFrame* FrontFrame();
 
+/// Whether a WaitUntilGone is over and only the events below it, which are being handled, have still to come to their
+/// end.
+bool AnyWaitEnds();
+
 /// The frame behind a window's QWidget.
 inline WindowFrame& FrameOf(QWidget* frame) { return *static_cast<WindowFrame*>(frame); }
 
