@@ -3,13 +3,14 @@
 #include "support/desk.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace vantrel {
 namespace {
 
 class SetUp : public Desk {
 protected:
-    long Sends(const std::string& command) const {
+    std::ptrdiff_t Sends(const std::string& command) const {
         const auto sent = wire->Sent(0);
         return std::count(sent.begin(), sent.end(), command + "\n");
     }

@@ -3,6 +3,7 @@
 #include "windows/Form4.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace vantrel {
 namespace {
@@ -22,11 +23,11 @@ protected:
         wire->ClearTranscript();
     }
     void Click(const std::string& control) { user.Click("Form4", control); }
-    long Sends(const std::string& command) const {
+    std::ptrdiff_t Sends(const std::string& command) const {
         const Texts sent = wire->Sent(0);
         return std::count(sent.begin(), sent.end(), command + "\n");
     }
-    long Passes() const { return Sends("rout:SCAN"); }
+    std::ptrdiff_t Passes() const { return Sends("rout:SCAN"); }
     /// Notes the passes that the run has begun `ms` after now.
     void NotePassesAfter(int ms) {
         clock.At(static_cast<int>(clock.Elapsed()) + ms, [this] { noted.push_back(Passes()); });
@@ -34,7 +35,7 @@ protected:
     void SetInterval(int minutes, int seconds) {
         The<Form4>().PerSan.SetValue(FromLocalFields({2000, 1, 1, 0, minutes, seconds}));
     }
-    std::vector<long> noted;
+    std::vector<std::ptrdiff_t> noted;
 };
 
 TEST_F(ScheduledRun, A_start_time_holds_the_first_scan_back) {
@@ -92,7 +93,7 @@ TEST_F(ScheduledRun, An_interval_lies_between_two_passes) {
     // A pass takes its readings and its polls, less than two seconds.
     for (const int second : {80, 95, 175, 190, 265, 280}) NotePassesAfter(second * 1000);
     RunAndStopAfter(300'000);
-    EXPECT_EQ(noted, (std::vector<long>{1, 2, 2, 3, 3, 4}));
+    EXPECT_EQ(noted, (std::vector<std::ptrdiff_t>{1, 2, 2, 3, 3, 4}));
     EXPECT_EQ(Sends("rout:scan:count 4"), 1);
 }
 
@@ -147,7 +148,7 @@ TEST_F(ScheduledRun, A_schedule_that_is_closed_in_a_run_is_read_with_its_default
     clock.At(static_cast<int>(clock.Elapsed()) + 100'000, [] { Unload<Form4>(); });
     NotePassesAfter(99'000);
     RunAndStopAfter(180'000);
-    EXPECT_EQ(noted, std::vector<long>{2});
+    EXPECT_EQ(noted, std::vector<std::ptrdiff_t>{2});
     EXPECT_GT(Passes(), 20);
 }
 
