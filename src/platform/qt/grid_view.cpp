@@ -63,7 +63,7 @@ const GridView::Fitted& GridView::Fit(const QString& text, int width) const {
         fitted->text = QFontMetrics(fitted->font).elidedText(line, Qt::ElideRight, width);
     fitted->laid_out.setTextFormat(Qt::PlainText);
     fitted->laid_out.setText(fitted->text);
-    fitted->laid_out.prepare({}, fitted->font);
+    if (!fitted->text.isEmpty()) fitted->laid_out.prepare({}, fitted->font);
     fitted_.insert(key, fitted);
     return *fitted;
 }
@@ -71,6 +71,7 @@ const GridView::Fitted& GridView::Fit(const QString& text, int width) const {
 void GridView::DrawFitting(QPainter& painter, const QRect& cell, Qt::Alignment alignment, const QString& text) const {
     if (text.isEmpty()) return;
     const Fitted& fitted = Fit(text, cell.width());
+    if (fitted.text.isEmpty()) return;  // blanks alone
     painter.setFont(fitted.font);
     const QSizeF needed = fitted.laid_out.size();
     const double spare = cell.width() - needed.width();
