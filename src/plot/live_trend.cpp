@@ -61,16 +61,20 @@ void ShiftHistory(Integer device, Integer ch) {
 
 void DrawTrace(Integer device, Integer ch, double offset) {
     PictureBox& surface = The<Form1>().draw_pic;
+    const Table<double, 171>& history = TrendHistory(device, ch);
+    const Colour colour = ChannelColor(device, ch);
+    double& x = TrendX(device);
+    double& y = TrendY(device);
+    double& delta = TrendDelta(device);
     for (const Integer i : Each(Points(device))) {
-        double& delta = TrendDelta(device);
-        delta = (TrendHistory(device, ch)(i) - offset) * YStep;
-        delta = delta - (TrendBase(device) - TrendY(device));
+        delta = (history(i) - offset) * YStep;
+        delta = delta - (TrendBase(device) - y);
         // An overload, which would leave the plot upward, drops off its lower edge.
         // Kept: K-overload
         const double dy = delta > kLongestStep ? kLongestStep : delta < -kLongestStep ? -kLongestStep : -delta;
-        Trend_Step(surface, TrendX(device), TrendY(device), XStep, dy, ChannelColor(device, ch));
-        TrendX(device) = surface.CurrentX();
-        TrendY(device) = surface.CurrentY();
+        Trend_Step(surface, x, y, XStep, dy, colour);
+        x = surface.CurrentX();
+        y = surface.CurrentY();
     }
 }
 

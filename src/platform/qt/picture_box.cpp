@@ -11,15 +11,16 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <span>
 
 namespace vantrel {
 
 namespace {
 
-/// A line in pixels of a screen at scale 1. It begins and ends at the nearest pixels of the screen that it is drawn on.
-struct PixelLine {
-    double x0, y0, x1, y1;
+/// From one place to another, in twips. It begins and ends at the nearest pixels of the screen that it is drawn on.
+struct LineInTwips {
+    float x0, y0, x1, y1;
     QRgb colour;
 };
 
@@ -39,22 +40,34 @@ public:
 
     void Clear() { std::memcpy(image_.bits(), background_.constBits(), std::size_t(image_.sizeInBytes())); }
 
-    void Draw(std::span<const PixelLine> lines) {
+    void Draw(std::span<const LineInTwips> lines) {
         if (lines.empty()) return;
         const Pixels pixels{reinterpret_cast<QRgb*>(image_.bits()), image_.width(), image_.height()};
-        for (const PixelLine& line : lines) {
+        LineInTwips before{};
+        Point to{};
+        for (const LineInTwips& line : lines) {
+            // Most lines go on where the one before ends.
+            const bool goes_on = line.x0 == before.x1 && line.y0 == before.y1;
+            const Point from = goes_on ? to : NearestPixel(line.x0, line.y0);
+            to = NearestPixel(line.x1, line.y1);
+            before = line;
             // What is drawn with is taken by value, else each pixel that is written might have changed it.
             const QRgb colour = line.colour;
             if (pen_ == 1)
-                Draw(pixels, line, [pixels, colour](auto x, auto y) { pixels.Row(int(y))[int(x)] = colour; });
+                Draw(pixels, from, to, [pixels, colour](auto x, auto y) { pixels.Row(int(y))[int(x)] = colour; });
             else
-                Draw(pixels, line, [this, pixels, colour](auto x, auto y) {
+                Draw(pixels, from, to, [this, pixels, colour](auto x, auto y) {
                     Dot(pixels, int(std::floor(x)), int(std::floor(y)), colour);
                 });
         }
     }
 
 private:
+    /// A pixel of the canvas. It may lie anywhere, so its places are no integers.
+    struct Point {
+        double x, y;
+    };
+
     /// The pixels of a picture, row by row.
     struct Pixels {
         QRgb* first;
@@ -76,17 +89,13 @@ private:
 
     /// Every pixel along the longer axis, at the nearest place on the other one: the same pixels, whatever is cut off.
     template <class DotRoutine>
-    void Draw(const Pixels& pixels, const PixelLine& line, const DotRoutine& dot) const {
-        const double x0 = Scaled(line.x0);
-        const double y0 = Scaled(line.y0);
-        const double x1 = Scaled(line.x1);
-        const double y1 = Scaled(line.y1);
-        const double dx = x1 - x0;
-        const double dy = y1 - y0;
+    void Draw(const Pixels& pixels, Point from, Point to, const DotRoutine& dot) const {
+        const double dx = to.x - from.x;
+        const double dy = to.y - from.y;
         if (std::abs(dx) >= std::abs(dy))
-            Walk(x0, x1, y0, dx == 0 ? 0 : dy / dx, pixels.width, pixels.height, dot);
+            Walk(from.x, to.x, from.y, dx == 0 ? 0 : dy / dx, pixels.width, pixels.height, dot);
         else
-            Walk(y0, y1, x0, dx / dy, pixels.height, pixels.width, [&](auto y, auto x) { dot(x, y); });
+            Walk(from.y, to.y, from.x, dx / dy, pixels.height, pixels.width, [&](auto y, auto x) { dot(x, y); });
     }
 
     /// Hands over each place, along and across the longer axis, at which a dot meets a picture of `end` by `end_across`
@@ -107,12 +116,23 @@ private:
                 if (is_inside(place(at))) dot(at, place(at));
     }
 
-    /// The nearest pixel of the canvas. It may lie anywhere, so it is not an integer.
-    double Scaled(double pixel) const { return std::round(pixel * scale_); }
+    /// The one to a place in twips.
+    Point NearestPixel(float x, float y) const {
+        const auto scaled = [&](float twips) { return Rounded(static_cast<double>(twips) / kTwipsPerPixel * scale_); };
+        return {scaled(x), scaled(y)};
+    }
 
     void Dot(const Pixels& pixels, int x, int y, QRgb colour) const {
         for (int row = std::max(y, 0); row < std::min(y + pen_, pixels.height); ++row)
             for (int col = std::max(x, 0); col < std::min(x + pen_, pixels.width); ++col) pixels.Row(row)[col] = colour;
+    }
+
+    /// std::round, which is a call for each of thousands of places.
+    static double Rounded(double value) {
+        if (!(std::abs(value) < std::numeric_limits<int>::max())) return std::round(value);
+        const int whole = static_cast<int>(value);
+        const double rest = value - whole;
+        return static_cast<double>(whole) + (rest >= 0.5) - (rest <= -0.5);
     }
 
     double scale_;
@@ -139,7 +159,7 @@ public:
         Changed();
     }
 
-    void Add(const PixelLine& line) {
+    void Add(const LineInTwips& line) {
         lines_.push_back(line);
         Changed();
     }
@@ -194,7 +214,7 @@ private:
     }
 
     const Drawing background_;
-    std::vector<PixelLine> lines_;
+    std::vector<LineInTwips> lines_;
     std::unique_ptr<Canvas> canvas_;
     std::size_t drawn_ = 0;  // lines that are on the canvas
     int drawings_ = 0;       // that are going on
@@ -202,8 +222,6 @@ private:
 };
 
 PlotWidget& PlotOf(QWidget* widget) { return *static_cast<PlotWidget*>(widget); }
-
-double InPixels(float twips) { return static_cast<double>(twips) / kTwipsPerPixel; }
 
 float Finite(float value) {
     if (!std::isfinite(value)) throw RunTimeError(kOverflow);
@@ -235,8 +253,7 @@ void PictureBox::SetCurrent(float x, float y) {
 void PictureBox::Line(float x, float y, float dx, float dy, Colour colour) {
     const float end_x = Finite(x + dx);
     const float end_y = Finite(y + dy);
-    PlotOf(widget_).Add({InPixels(x), InPixels(y), InPixels(end_x), InPixels(end_y),
-                         qRgb(RedOf(colour), GreenOf(colour), BlueOf(colour))});
+    PlotOf(widget_).Add({x, y, end_x, end_y, qRgb(RedOf(colour), GreenOf(colour), BlueOf(colour))});
     SetCurrent(end_x, end_y);
 }
 
