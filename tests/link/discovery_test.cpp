@@ -7,6 +7,9 @@
 #include "windows/Connect.h"
 #include "windows/Form1.h"
 
+#include <QCursor>
+#include <QGuiApplication>
+
 namespace vantrel {
 namespace {
 
@@ -81,6 +84,21 @@ TEST_F(Discovery, Messages_have_12_16_and_5_bytes) {
     EXPECT_EQ(sent[0].size(), 12U);
     EXPECT_EQ(sent[1].size(), 16U);
     EXPECT_EQ(sent[2].size(), 5U);
+}
+
+TEST_F(Discovery, Shows_the_wait_cursor_from_its_first_exchange_to_its_last) {
+    Open(Instrument(7, 2) + Instrument(8, 0) + Instrument(9, -1));
+    int exchanges = 0;
+    int without_it = 0;
+    wire->bench.SetObserver([&](const bench::Exchange&) {
+        const QCursor* cursor = QGuiApplication::overrideCursor();
+        ++exchanges;
+        without_it += cursor == nullptr || cursor->shape() != Qt::WaitCursor;
+    });
+    The<vantrel::Connect>();
+    EXPECT_GT(exchanges, 0);
+    EXPECT_EQ(without_it, 0);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
 TEST_F(Discovery, Nothing_is_waited_for_between_write_and_read) {
