@@ -296,6 +296,7 @@ TEST(MainWindow, Stays_the_same_object_after_it_is_unloaded) {
     EXPECT_FALSE(The<Main>().Visible());
 }
 
+#ifndef _WIN32  // requests to end come as messages to windows, not as signals
 TEST(Program, Unloads_the_main_window_and_ends_on_a_request_to_terminate_also_while_a_handler_waits) {
     EXPECT_EXIT(
         {
@@ -308,6 +309,7 @@ TEST(Program, Unloads_the_main_window_and_ends_on_a_request_to_terminate_also_wh
         },
         testing::ExitedWithCode(0), "main unload");
 }
+#endif
 
 TEST(Program, A_run_that_ends_after_the_last_window_holds_nothing_up) {
     User user;
