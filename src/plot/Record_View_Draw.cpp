@@ -89,7 +89,9 @@ bool Record_View_Draw::CheckFields() {
     division_box.SetText(division > 0 ? Str(division) : "1");
     offset_box.SetText(Str(Val(offset_box.Text())));
     // Kept: K-rec
-    if (!Contains(Combo_chan.Text(), "CH") || !Contains(Combo_record.Text(), "Rec")) {
+    const std::string channel = Combo_chan.Text();
+    const std::string record = Combo_record.Text();
+    if (!Contains(channel, "CH") || !Contains(record, "Rec")) {
         MsgBox("Please select a Record or Channel");
         return false;
     }
