@@ -21,7 +21,7 @@ protected:
     Texts InTheSystemsOrder() const {
         Texts names;
         for (const auto& entry : std::filesystem::directory_iterator(folder / "db"))
-            if (entry.path().extension() == ".mdb") names.push_back(entry.path().filename());
+            if (entry.path().extension() == ".mdb") names.push_back(entry.path().filename().string());
         return names;
     }
 };
