@@ -2,6 +2,7 @@
 #include "platform/qt/text.h"
 #include "platform/trial_window.h"
 #include "platform/wheel.h"
+#include "support/errors.h"
 #include "support/user.h"
 
 #include <QAbstractSpinBox>
@@ -237,6 +238,8 @@ TEST_F(Controls, Pages_can_be_hidden_and_shown) {
     trial.SSTab1.SetTab(3);
     DoEvents();
     EXPECT_TRUE(trial.SSTab1.TabVisible(3));
+    for (const int page : {-1, 4})
+        EXPECT_EQ(ErrorOf([&] { trial.SSTab1.SetTabVisible(page, true); }), kInvalidPropertyValue) << page;
     EXPECT_EQ(user.Index("Trial", "SSTab1"), 3);
     EXPECT_TRUE(user.Sees("Trial", "MSFlexGrid1(3)"));
     EXPECT_THROW(trial.SSTab1.SetTab(4), RunTimeError);

@@ -218,6 +218,9 @@ TEST_F(Grids, A_cell_that_is_not_there_is_an_error) {
         return 0;
     };
     EXPECT_EQ(number_of([&] { grid.SetRow(6); }), kGridRow);
+    EXPECT_EQ(number_of([&] { grid.SetRow(-1); }), kGridRow);
+    EXPECT_EQ(number_of([&] { grid.SetRows(-1); }), kGridRow);
+    EXPECT_EQ(number_of([&] { grid.SetCols(-1); }), kGridCol);
     EXPECT_EQ(number_of([&] { grid.SetCol(-1); }), kGridCol);
     EXPECT_EQ(number_of([&] { grid.SetTextMatrix(0, 5, ""); }), kGridCol);
     EXPECT_EQ(number_of([&] { grid.SetRowHeight(6, 300); }), kGridRow);

@@ -230,7 +230,11 @@ TEST(SystemMenu, Has_seven_entries_of_which_the_last_is_Close) {
     SystemMenu* menu = GetSystemMenu(The<Main>(), false);
     EXPECT_EQ(GetMenuItemCount(menu), 7);
     RemoveMenu(menu, 7, kMfByPositionRemove);
+    RemoveMenu(menu, -1, kMfByPositionRemove);
+    RemoveMenu(menu, 6, 0);
+    RemoveMenu(nullptr, 6, kMfByPositionRemove);
     EXPECT_EQ(GetMenuItemCount(menu), 7);
+    EXPECT_EQ(GetMenuItemCount(nullptr), 0);
     RemoveMenu(menu, 6, kMfByPositionRemove);
     EXPECT_EQ(GetMenuItemCount(menu), 6);
     GetSystemMenu(The<Main>(), true);
