@@ -391,14 +391,18 @@ TEST_F(OpenedRecord, Whose_numbering_needs_nothing_is_not_touched) {
     using std::filesystem::last_write_time;
     const auto long_ago = last_write_time(Entry("Record1.mdb")) - std::chrono::hours(100);
     last_write_time(Entry("Record1.mdb"), long_ago);
+#ifndef _WIN32  // the time of a folder cannot be set
     last_write_time(folder / "db", long_ago);
+#endif
     OpenBrowser();
     OpenEntry("Record1.mdb");
     Next();
     Previous();
     EXPECT_TRUE(FileBytes(Entry("Record1.mdb")) == bytes);
     EXPECT_EQ(last_write_time(Entry("Record1.mdb")), long_ago);
+#ifndef _WIN32
     EXPECT_EQ(last_write_time(folder / "db"), long_ago) << "a file came or went beside it";
+#endif
 }
 
 TEST_F(OpenedRecord, Keeps_a_number_that_agrees_as_a_number_and_shows_no_row_for_it) {

@@ -6,6 +6,7 @@
 #include <QTest>
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 
 namespace vantrel {
 namespace {
@@ -15,7 +16,10 @@ namespace {
 class RecordList : public BrowserDesk {
 protected:
     void Touch(const Texts& entries) const {
-        for (const std::string& entry : entries) WriteFileBytes(Entry(entry), "");
+        for (const std::string& entry : entries) {
+            const std::string path = Entry(entry);
+            std::ofstream file{std::filesystem::path(std::u8string(path.begin(), path.end()))};
+        }
     }
     /// What a listing of the folder gives, with the wanted ending, in its order.
     Texts InTheSystemsOrder() const {
@@ -40,6 +44,7 @@ TEST_F(RecordList, Tells_while_it_is_empty_how_a_record_is_made) {
               "There is no record yet: the first Start with a record from Set Record makes one.");
 }
 
+#ifndef _WIN32  // the system lists a folder by name
 TEST_F(RecordList, Stands_in_the_order_in_which_the_system_lists_the_folder) {
     Texts entries;
     for (const std::string& number : Counting(1, 40)) entries.push_back("Record" + number + ".mdb");
@@ -48,6 +53,7 @@ TEST_F(RecordList, Stands_in_the_order_in_which_the_system_lists_the_folder) {
     OpenBrowser();
     EXPECT_EQ(Listed(), InTheSystemsOrder());
 }
+#endif
 
 TEST_F(RecordList, Has_folders_too) {
     std::filesystem::create_directory(Entry("abc.mdb"));
@@ -171,10 +177,10 @@ TEST_F(DeletedRecord, Stays_after_Enter_and_after_Escape) {
 }
 
 TEST_F(DeletedRecord, Needs_the_word_Record_in_its_name_and_is_not_even_asked_for_without) {
-    MakeRecord(Entry("record1.mdb"), 1);
-    MakeRecord(Entry("RECORD2.mdb"), 1);
+    MakeRecord(Entry("record8.mdb"), 1);
+    MakeRecord(Entry("RECORD9.mdb"), 1);
     Fresh();
-    for (const char* entry : {"old.mdb", "record1.mdb", "RECORD2.mdb"}) {
+    for (const char* entry : {"old.mdb", "record8.mdb", "RECORD9.mdb"}) {
         DeleteEntry(entry);
         EXPECT_TRUE(FileExists(Entry(entry))) << entry;
         EXPECT_GE(user.Index(kBrowser, "List1"), 0) << "the list was read again";
