@@ -58,7 +58,7 @@ TEST_F(Sharpness, Plot_is_drawn_in_device_pixels_without_shades) {
             Passes({4, -3, 2.5, -1, 0.5, 0.1, -0.1, 0, 0.2, 0.7, -6, 7});
             JudgePlot(Grab("draw_pic"));
         },
-        testing::ExitedWithCode(0), "ratio 2, 1860x100[0-9]");
+        testing::ExitedWithCode(0), "ratio 2, 1860x100.");
 }
 
 TEST_F(Sharpness, Trace_lies_on_the_device_row_nearest_to_its_value) {
