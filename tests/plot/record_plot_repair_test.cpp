@@ -3,13 +3,14 @@
 #include "plot/record_plot_desk.h"
 #include "support/texts.h"
 
+#include <chrono>
 #include <filesystem>
 
 namespace vantrel {
 namespace {
 
 using RecordPlotRepair = RecordPlotDesk;
-constexpr std::filesystem::file_time_type kLongAgo{};
+constexpr std::filesystem::file_time_type kLongAgo{std::chrono::years(-170)};  // the clock of files begins in 2174
 
 /// Gives the file a time at which nothing can have written it.
 void Age(const std::string& path) { std::filesystem::last_write_time(path, kLongAgo); }

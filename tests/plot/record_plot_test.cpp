@@ -223,9 +223,11 @@ TEST_F(RecordPlot, Yields_once_behind_every_row) {
     Draw();
     EXPECT_EQ(dispatches.size(), kRows);
     EXPECT_EQ(dispatches.rbegin()->first, kRows);
+#ifndef _WIN32  // the system has messages of its own to dispatch
     // A yield dispatches again where there was something to do, as there is behind the first row.
     const auto once = std::ranges::count_if(dispatches, [](const auto& row) { return row.second == 1; });
     EXPECT_GE(once, kRows - 5);
+#endif
 }
 
 TEST_F(RecordPlot, A_row_is_drawn_when_its_yield_comes_and_the_next_one_is_not) {
