@@ -210,15 +210,19 @@ TEST_F(BadRecords, Typed_names_that_lead_nowhere_are_told_and_make_no_file) {
     Dialog([&] {
         Type("Combo_chan", "CH1");
         const std::vector<Colour> empty = Plot().pixels;
-        for (const Case& it : {Case{"Record9.mdb", kFileMissing}, Case{"Record1", kFileMissing},
-                               Case{"Record1.MDB", kFileMissing}, Case{" Record1.mdb", kFileMissing},
-                               Case{"../Record2.mdb", kNotAValidName}, Case{"..\\Record2.mdb", kNotAValidName},
-                               Case{"./Record1.mdb", kNotAValidName}, Case{"/Record1.mdb", kNotAValidName}}) {
+        const std::vector<Case> cases{Case{"Record9.mdb", kFileMissing},       Case{"Record1", kFileMissing},
+#ifndef _WIN32  // large letters are the same as small ones in names
+                                      Case{"Record1.MDB", kFileMissing},
+#endif
+                                      Case{" Record1.mdb", kFileMissing},      Case{"../Record2.mdb", kNotAValidName},
+                                      Case{"..\\Record2.mdb", kNotAValidName}, Case{"./Record1.mdb", kNotAValidName},
+                                      Case{"/Record1.mdb", kNotAValidName}};
+        for (const Case& it : cases) {
             Type("Combo_record", it.name);
             Draw();
             EXPECT_EQ(LastMessage(), AtDraw(it.error)) << it.name;
         }
-        EXPECT_EQ(user.Messages().size(), 8U);
+        EXPECT_EQ(user.Messages().size(), cases.size());
         EXPECT_EQ(Plot().pixels, empty);
         EXPECT_EQ(The<Record_View_Draw>().Record_Path, "");
     });
