@@ -24,6 +24,15 @@ ViSession OpenFirst() {
     return session;
 }
 
+/// What the instrument says of its scanner card.
+std::string CardOf(ViSession session) {
+    std::uint32_t bytes = 0;
+    std::string reply;
+    viWrite(session, "rout:state?\n", 12, &bytes);
+    viRead(session, &reply, 1024, &bytes);
+    return reply;
+}
+
 std::filesystem::path FileHolding(const std::string& name, const std::string& text) {
     const auto path = std::filesystem::path(testing::TempDir()) / name;
     std::ofstream(path) << text;
@@ -75,12 +84,7 @@ TEST(BenchLibrary, Failed_statuses_keep_their_sign) {
 TEST(BenchLibrary, Takes_the_bench_file_that_the_environment_names) {
     const auto file = FileHolding("named.bench", "instrument GPIB0::3::INSTR\ncard 1\n");
     SetEnvironment("VANTREL_BENCH", file);
-    const ViSession session = OpenFirst();
-    std::uint32_t bytes = 0;
-    std::string reply;
-    viWrite(session, "rout:state?\n", 12, &bytes);
-    viRead(session, &reply, 1024, &bytes);
-    EXPECT_EQ(reply, "1\n");
+    EXPECT_EQ(CardOf(OpenFirst()), "1\n");
 }
 
 TEST(BenchLibrary, Takes_and_writes_files_of_any_name) {
@@ -89,12 +93,7 @@ TEST(BenchLibrary, Takes_and_writes_files_of_any_name) {
     std::ofstream(folder / "named.bench") << "instrument GPIB0::3::INSTR\ncard 1\n";
     SetEnvironment("VANTREL_BENCH", folder / "named.bench");
     SetEnvironment("VANTREL_BENCH_LOG", folder / "bench.log");
-    const ViSession session = OpenFirst();
-    std::uint32_t bytes = 0;
-    std::string reply;
-    viWrite(session, "rout:state?\n", 12, &bytes);
-    viRead(session, &reply, 1024, &bytes);
-    EXPECT_EQ(reply, "1\n");
+    EXPECT_EQ(CardOf(OpenFirst()), "1\n");
     EXPECT_GT(std::filesystem::file_size(folder / "bench.log"), 0U);
     std::error_code held;  // the log is still open
     std::filesystem::remove_all(folder, held);
@@ -121,11 +120,7 @@ TEST(BenchLibrary, Fails_at_opening_when_the_bench_file_is_missing) {
 TEST(BenchLibrary, Writes_each_exchange_to_the_log_that_the_environment_names) {
     const auto log = FileHolding("bench.log", "");
     SetEnvironment("VANTREL_BENCH_LOG", log);
-    const ViSession session = OpenFirst();
-    std::uint32_t bytes = 0;
-    std::string reply;
-    viWrite(session, "rout:state?\n", 12, &bytes);
-    viRead(session, &reply, 1024, &bytes);
+    CardOf(OpenFirst());
     std::ostringstream text;
     text << std::ifstream(log).rdbuf();
     EXPECT_EQ(text.str(), "0 > \"rout:state?\\n\"\n0 < \"2\\n\"\n");
