@@ -419,6 +419,7 @@ TEST_F(RunControl, A_sweep_beside_a_finished_device_ends_the_program_once_that_o
             Run();
         },
         testing::ExitedWithCode(1), "1636 sweeps: Run-time error '6'");
+    folder.TakeFilesOfChild();
     EXPECT_EQ(RowsOf(Record("Record1")).size(), 1U);
 }
 
@@ -438,6 +439,7 @@ TEST_F(RunControl, Exit_after_Stop_in_a_yield_ends_the_process_and_the_rows_stay
             Run();
         },
         testing::ExitedWithCode(0), "");
+    folder.TakeFilesOfChild();
     EXPECT_EQ(RowsOf(Record("Record1")).size(), 1U);
 }
 
@@ -453,6 +455,7 @@ TEST_F(RunControl, A_run_time_error_in_a_run_is_shown_and_ends_the_process_and_t
             Run();
         },
         testing::ExitedWithCode(1), "shown: Run-time error '13':\n\nType mismatch");
+    folder.TakeFilesOfChild();
     // The stamp at 60 served the second row; the third has none.
     EXPECT_EQ(RowsOf(Record("Record1")).size(), 2U);
 }
