@@ -28,3 +28,33 @@ LayDesk() {
     printf '#!/bin/sh\ntr -d "\\r" <"%s"\n' "$scratch/places" >"$desk/window-places"
     chmod +x "$desk/vantrel" "$desk/window-places"
 }
+
+Fetches() { grep -c '> "fetch?' "$wire" 2>/dev/null || true; }
+
+HasFetched() { (($(Fetches) >= $1)); }
+
+# Connect: connects the first instrument.
+Connect() {
+    local connect
+    Menu Form1.Connected_to_Instrument
+    connect=$(WaitWindow Connect)
+    (($(Colours "$connect" "Connect.MSFlexGrid1[1][1]") > 1)) || Fail "the search finds no instrument"
+    Click "$connect" "Connect.Check1(0)"
+    Click "$connect" Connect.Command2
+    WaitGone "$connect"
+    WaitWindow Form1 >"$scratch/window" # it takes no click before
+}
+
+# StartRun: starts a run that stores into Record1, and waits until it has stored.
+StartRun() {
+    local records before
+    Click "$main" Form1.Command10
+    records=$(WaitWindow DB_SET)
+    Pick "$records" "DB_SET.Combo1(0)" Record1
+    Click "$records" DB_SET.OK
+    WaitGone "$records"
+    WaitWindow Form1 >"$scratch/window"
+    before=$(Fetches)
+    Click "$main" Form1.Command3
+    WaitUntil "$hang_on" HasFetched $((before + 2)) || Fail "the run does not go on"
+}
