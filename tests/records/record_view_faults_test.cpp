@@ -1,5 +1,6 @@
 // The record browser: files that are no records, and records that a run writes to.
 #include "records/browser_desk.h"
+#include "support/anybody.h"
 #include "support/child_process.h"
 
 #ifndef _WIN32
@@ -30,14 +31,14 @@ protected:
     void ExpectOpenEnds(int number) {
         ExpectEnd(number, [this] { OpenEntry("Record1.mdb"); });
     }
-#ifndef _WIN32
     /// A process that can read everything becomes one that has to ask.
     void BecomeAnybody() const {
+#ifndef _WIN32
         constexpr uid_t kNobody = 65534;
         for (const std::string& path : {folder.Path(), folder / "db"}) chmod(path.c_str(), 0777);
         if (geteuid() == 0 && setuid(kNobody) != 0) std::_Exit(2);
-    }
 #endif
+    }
 
 private:
     /// All entries with their bytes.
@@ -101,7 +102,7 @@ TEST_F(BadRecord, That_is_a_folder_ends_the_program) {
     ExpectOpenEnds(3051);
 }
 
-#ifndef _WIN32  // the superuser cannot become somebody else
+#ifndef _WIN32  // under Wine, no access list binds the superuser
 TEST_F(BadRecord, That_may_not_be_read_ends_the_program) {
     MakeRecord(Entry("Record1.mdb"), 3);
     chmod(Entry("Record1.mdb").c_str(), 0);
@@ -114,11 +115,14 @@ TEST_F(BadRecord, That_may_not_be_read_ends_the_program) {
         },
         testing::ExitedWithCode(1), EndedBy(3051));
 }
+#endif
 
 TEST_F(BadRecord, That_may_not_be_written_to_ends_the_program_and_stays_as_it_was) {
+    if (WritesToEveryFile()) GTEST_SKIP() << "the user of this Wine may write to every file";
+    using std::filesystem::perms;
     MakeNumbered("Record1.mdb", {"5"});
     const std::string bytes = FileBytes(Entry("Record1.mdb"));
-    chmod(Entry("Record1.mdb").c_str(), 0444);
+    permissions(std::filesystem::path(Entry("Record1.mdb")), perms::owner_read | perms::others_read);
     EXPECT_EXIT(
         {
             BecomeAnybody();
@@ -128,8 +132,8 @@ TEST_F(BadRecord, That_may_not_be_written_to_ends_the_program_and_stays_as_it_wa
         },
         testing::ExitedWithCode(1), EndedBy(3051));
     EXPECT_TRUE(FileBytes(Entry("Record1.mdb")) == bytes);
+    permissions(std::filesystem::path(Entry("Record1.mdb")), perms::owner_all);
 }
-#endif
 
 TEST_F(BadRecord, That_is_gone_by_the_time_of_Open_ends_the_program_and_does_not_come_into_being) {
     MakeRecord(Entry("Record1.mdb"), 3);
