@@ -9,7 +9,9 @@
 #include <array>
 #include <cstdlib>
 #include <filesystem>
-#ifndef _WIN32
+#ifdef _WIN32
+#include "platform/os/file.h"
+#else
 #include <sys/resource.h>
 #include <sys/stat.h>
 #endif
@@ -308,6 +310,20 @@ TEST_F(CsvExport, To_a_file_that_cannot_be_opened_does_not_hinder_the_next) {
     Export("none/page.csv");
     EXPECT_EQ(Export(), kCaptions + kEmptyLine);
 }
+
+#ifdef _WIN32
+TEST_F(CsvExport, Onto_a_file_that_another_program_has_open_ends_without_a_word_until_it_is_closed) {
+    WriteFileBytes(folder / "page.csv", "kept");
+    os::File spreadsheet;
+    ASSERT_EQ(spreadsheet.Open(folder / "page.csv", os::File::Use::kAlone), os::Fault::kNone);
+    ExportTo("page.csv");
+    EXPECT_EQ(user.Messages().size(), 1U);  // the question for consent
+    EXPECT_TRUE(user.Sees("Record_View_Form"));
+    spreadsheet.Close();
+    EXPECT_EQ(FileBytes(folder / "page.csv"), "kept");
+    EXPECT_EQ(Export(), kCaptions + kEmptyLine);
+}
+#endif
 
 #ifndef _WIN32  // there is no device that does this
 TEST_F(CsvExport, That_fails_while_it_is_written_ends_without_a_word) {
