@@ -52,7 +52,7 @@ TEST_F(RecordFolder, That_is_missing_is_told) {
     EXPECT_EQ(user.Messages(), Texts{Told("There is no folder for records:", "Make this folder")});
 }
 
-#ifndef _WIN32
+#ifndef _WIN32  // the system's calls cannot be taken over
 TEST_F(RecordFolder, That_may_not_be_written_is_told_and_its_records_cannot_be_opened) {
     MakeRecord(Record("Record1"), 1);
     protected_folder = folder / "db";
