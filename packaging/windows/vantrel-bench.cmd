@@ -6,7 +6,7 @@ set "VANTREL_BENCH="
 if "%~1"=="" goto start
 if /i "%~1"=="--help" goto usage
 if not "%~2"=="" goto too_many
-if exist "%~f1" set "VANTREL_BENCH=%~f1"
+if exist "%~f1" if not exist "%~f1\" set "VANTREL_BENCH=%~f1"
 if not defined VANTREL_BENCH if exist "%~dp0bench\benches\%~1.bench" set "VANTREL_BENCH=%~dp0bench\benches\%~1.bench"
 if not defined VANTREL_BENCH goto unknown
 
