@@ -4,6 +4,7 @@
 Unicode true
 Target amd64-unicode
 SetCompressor /SOLID lzma
+AllowSkipFiles off ; a file that cannot be written ends it, with status 2
 RequestExecutionLevel user
 ManifestDPIAware true
 Name "VANTREL"
@@ -39,7 +40,58 @@ Function StartFromMenu
     ExecShell "" "$SMPROGRAMS\VANTREL\VANTREL.lnk"
 FunctionEnd
 
+; Neither half of a program is left behind: it has to end before its files go, or others take their place. A file that is
+; in use cannot be opened for writing. FOLDER: where they are.
+!macro RequireEnded FOLDER
+    Push "${FOLDER}\bench\visa64.dll"
+    Push "${FOLDER}\vantrel.exe"
+    Call ${UN}RequireUnused
+    Call ${UN}RequireUnused
+!macroend
+
+!macro DefineRequireUnused
+Function ${UN}RequireUnused
+    Exch $R0
+    IfFileExists "$R0" 0 unused
+try:
+    ClearErrors
+    FileOpen $R1 "$R0" a
+    IfErrors 0 close
+    MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "VANTREL is running ($R0 is in use).$\r$\n$\r$\nStop its run, choose Exit, then press Retry." \
+        /SD IDCANCEL IDRETRY try
+    Abort "VANTREL is running. Nothing was changed."
+close:
+    FileClose $R1
+unused:
+    Pop $R0
+FunctionEnd
+!macroend
+
+!define UN ""
+!insertmacro DefineRequireUnused
+
 Section
+    ClearErrors
+    SetOutPath "$INSTDIR"
+    IfErrors 0 begin
+    Abort "$INSTDIR cannot be made. Nothing was changed."
+begin:
+    !insertmacro RequireEnded "$INSTDIR"
+
+    ; The version that is there takes its files away, wherever they are; what else lies beside them stays.
+    ReadRegStr $0 HKCU "Software\VANTREL" "Folder"
+    StrCmp $0 "" install
+    IfFileExists "$0\uninstall.exe" 0 install
+    !insertmacro RequireEnded "$0"
+    StrCpy $1 1
+    ExecWait '"$0\uninstall.exe" /S _?=$0' $1
+    IntCmp $1 0 removed
+    Abort "The version in $0 cannot be removed."
+removed:
+    Delete "$0\uninstall.exe"
+    RMDir "$0"
+
+install:
     SetOutPath "$INSTDIR"
     SetOverwrite on
     File /r "${FILES}\*"
@@ -69,8 +121,13 @@ Section
     WriteRegDWORD HKCU "${UNINSTALL}" "EstimatedSize" "$0"
 SectionEnd
 
+!undef UN
+!define UN "un."
+!insertmacro DefineRequireUnused
+
 ; File by file: what else lies in the folder stays there, and with it the folder.
 Section Uninstall
+    !insertmacro RequireEnded "$INSTDIR"
     !insertmacro TakeFilesAway
     Delete "$INSTDIR\uninstall.exe"
     RMDir "$INSTDIR"
