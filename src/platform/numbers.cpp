@@ -133,13 +133,6 @@ double Divide(double value, double by) {
     return quotient;
 }
 
-bool FitsSingle(double value) { return std::isfinite(static_cast<float>(value)); }
-
-float CSng(double value) {
-    if (!FitsSingle(value)) throw RunTimeError(kOverflow);
-    return static_cast<float>(value);
-}
-
 int Mod(int a, int b) {
     if (b == 0) throw RunTimeError(kDivisionByZero);
     return b == -1 ? 0 : a % b;  // the smallest integer has no quotient by -1

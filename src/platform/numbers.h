@@ -88,10 +88,13 @@ std::string WholeText(double value);
 double Divide(double value, double by);
 
 /// True if `value` lies within the range of a 32-bit float.
-bool FitsSingle(double value);
+inline bool FitsSingle(double value) { return std::isfinite(static_cast<float>(value)); }
 
 /// A 64-bit float as a 32-bit one. Beyond its range: error 6.
-float CSng(double value);
+inline float CSng(double value) {
+    if (!FitsSingle(value)) throw RunTimeError(kOverflow);
+    return static_cast<float>(value);
+}
 
 /// "a modulo b" on whole numbers. Error 11 for b of 0.
 int Mod(int a, int b);

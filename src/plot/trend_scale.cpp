@@ -25,10 +25,6 @@ void Reset_Trend(Integer device) {
     main.pic_end.SetCaption(" " + Str(XZoom * kPoints));  // Kept: K-texts
 }
 
-void Trend_Step(PictureBox& surface, double x, double y, double dx, double dy, Colour colour) {
-    surface.Line(CSng(x), CSng(y), CSng(dx), CSng(dy), colour);  // Kept: K-single
-}
-
 void PlaceMarker() {
     Form1& main = The<Form1>();
     // A 14th, where the grid has 15 rows: the marker shows the zero line to within a fraction of a row.

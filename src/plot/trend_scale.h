@@ -14,7 +14,9 @@ void Reset_Trend(Integer device);
 
 /// Draws a line on `surface` from (x, y) to (x + dx, y + dy) in `colour` and leaves the pen at its end. Twips, taken
 /// over as 32-bit floats (beyond their range: error 6): whoever reads the pen back goes on in that precision.
-void Trend_Step(PictureBox& surface, double x, double y, double dx, double dy, Colour colour);
+inline void Trend_Step(PictureBox& surface, double x, double y, double dx, double dy, Colour colour) {
+    surface.Line(CSng(x), CSng(y), CSng(dx), CSng(dy), colour);  // Kept: K-single
+}
 
 /// Puts the marker of the zero line beside the grid row where it starts.
 void PlaceMarker();

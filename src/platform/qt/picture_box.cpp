@@ -129,10 +129,9 @@ private:
 
     /// std::round, which is a call for each of thousands of places.
     static double Rounded(double value) {
+        constexpr double kBelowHalf = 0.49999999999999994;  // a half itself would take the number below it to 1
         if (!(std::abs(value) < std::numeric_limits<int>::max())) return std::round(value);
-        const int whole = static_cast<int>(value);
-        const double rest = value - whole;
-        return static_cast<double>(whole) + (rest >= 0.5) - (rest <= -0.5);
+        return static_cast<int>(value + std::copysign(kBelowHalf, value));
     }
 
     double scale_;
@@ -147,8 +146,6 @@ class PlotWidget : public QWidget {
 
 public:
     explicit PlotWidget(const Drawing& background) : background_(background) { setAttribute(Qt::WA_OpaquePaintEvent); }
-
-    float x = 0, y = 0;  // the pen
 
     std::size_t LineCount() const { return lines_.size(); }
 
@@ -240,15 +237,6 @@ void PictureBox::Cls() { KeepLines(0); }
 std::size_t PictureBox::LineCount() const { return PlotOf(widget_).LineCount(); }
 
 void PictureBox::KeepLines(std::size_t count) { PlotOf(widget_).KeepLines(count); }
-
-float PictureBox::CurrentX() const { return PlotOf(widget_).x; }
-
-float PictureBox::CurrentY() const { return PlotOf(widget_).y; }
-
-void PictureBox::SetCurrent(float x, float y) {
-    PlotOf(widget_).x = x;
-    PlotOf(widget_).y = y;
-}
 
 void PictureBox::Line(float x, float y, float dx, float dy, Colour colour) {
     const float end_x = Finite(x + dx);

@@ -20,9 +20,12 @@ public:
     /// Takes away all lines but the first `count`.
     void KeepLines(std::size_t count);
     /// The pen, in twips.
-    float CurrentX() const;
-    float CurrentY() const;
-    void SetCurrent(float x, float y);
+    float CurrentX() const { return x_; }
+    float CurrentY() const { return y_; }
+    void SetCurrent(float x, float y) {
+        x_ = x;
+        y_ = y;
+    }
     /// A line one pixel wide from (x, y) to (x + dx, y + dy) in exactly `colour`; the pen moves to its end, worked out
     /// in single precision. Any length; what lies outside is cut off.
     void Line(float x, float y, float dx, float dy, Colour colour);
@@ -41,6 +44,9 @@ public:
     private:
         QWidget* widget_;
     };
+
+private:
+    float x_ = 0, y_ = 0;  // the pen
 };
 
 }  // namespace vantrel
