@@ -114,7 +114,7 @@ private:
     void DrawScrolled(QPainter& painter, const QRegion& region) const;
     void DrawScrolledCell(QPainter& painter, const QRect& box, const QModelIndex& cell) const;
     /// The cells from `first_col` to `last_col` of a row of headings, or of a merged row, that lie in `part`.
-    void DrawRow(QPainter& painter, const QRect& part, int row, int first_col, int last_col) const;
+    void DrawRow(QPainter& painter, const QRegion& part, int row, int first_col, int last_col) const;
     /// The place of a cell on the screen, up to column `end_col`.
     QRect BoxOf(int row, int col, int end_col) const;
     void DrawCell(QPainter& painter, const QRect& box, int row, int col) const;

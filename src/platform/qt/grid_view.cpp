@@ -175,7 +175,7 @@ void GridView::paintEvent(QPaintEvent* event) {
     const auto rows_in = [&](const QRect& part, int from, int to, int col_from, int col_to, bool fixed) {
         painter.setClipRect(part);
         for (int row = std::max(from, 0); row <= to; ++row)
-            if (fixed || IsMerged(row)) DrawRow(painter, event->rect() & part, row, col_from, col_to);
+            if (fixed || IsMerged(row)) DrawRow(painter, event->region() & part, row, col_from, col_to);
     };
     const int fixed_rows = std::min(cells_->fixed_rows, cells_->rowCount());
     const int fixed_cols = std::min(cells_->fixed_cols, cells_->columnCount());
@@ -232,13 +232,13 @@ void GridView::DrawScrolledCell(QPainter& painter, const QRect& box, const QMode
     painter.drawRect(box.adjusted(0, 0, -1, -1));
 }
 
-void GridView::DrawRow(QPainter& painter, const QRect& part, int row, int first_col, int last_col) const {
+void GridView::DrawRow(QPainter& painter, const QRegion& part, int row, int first_col, int last_col) const {
     for (int col = first_col; col <= last_col;) {
         int end = col;
         if (IsMerged(row))
             while (end < last_col && cells_->Text(row, end + 1) == cells_->Text(row, col)) ++end;
         const QRect box = BoxOf(row, col, end);
-        if (box.intersects(part)) DrawCell(painter, box, row, col);
+        if (part.intersects(box)) DrawCell(painter, box, row, col);
         col = end + 1;
     }
 }
@@ -264,13 +264,14 @@ void GridView::DrawCell(QPainter& painter, const QRect& box, int row, int col) c
 }
 
 void GridView::dataChanged(const QModelIndex& top_left, const QModelIndex& bottom_right, const QList<int>& roles) {
+    if (!isVisible()) return;  // it is painted whole when it is shown
     QTableView::dataChanged(top_left, bottom_right, roles);
     const int row = top_left.row();
     const int col = top_left.column();
     if (top_left != bottom_right || IsMerged(row))
         viewport()->update();
-    else if (cells_->IsFixed(row, col))
-        viewport()->update(BoxOf(row, col, col));
+    else
+        viewport()->update(BoxOf(row, col, col));  // with its lines: cells beside each other are one rectangle
 }
 
 // Whoever looks at the end of a growing list goes on looking at its end.
