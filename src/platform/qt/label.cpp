@@ -76,6 +76,7 @@ bool IsClick(const QEvent& event, const QWidget& widget) {
 
 Label::Label(const Place& place, const std::string& name, const Box& box, const std::string& caption)
     : Control(place, name, box, new LabelWidget) {
+    widget_->setAccessibleName(ToQt(name));
     SetCaption(caption);
     WatchEvents(widget_, life_, [this](QObject*, QEvent* event) {
         if (!OnClick) return false;
@@ -90,7 +91,7 @@ Label::Label(const Place& place, const std::string& name, const Box& box, const 
 std::string Label::Caption() const { return FromQt(LabelOf(widget_).text()); }
 
 void Label::SetCaption(const std::string& caption) {
-    if (!caption.empty() && caption == Caption()) return;
+    if (caption == Caption()) return;
     LabelOf(widget_).setText(ToQt(caption));
     // Else a screen reader would give a colour swatch the caption of its frame.
     widget_->setAccessibleName(caption.empty() ? widget_->objectName() : QString());
