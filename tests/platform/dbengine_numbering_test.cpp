@@ -330,7 +330,7 @@ TEST_F(Lookup, By_another_column_gives_what_a_scan_gives) {
 
 // ---- Renumbering, and reading in one go
 
-class Renumbering : public Record {
+class Renumbering : public Lookup {
 protected:
     /// The error of a renumbering; 0 for none.
     int Renumber(std::int64_t most = 1000) {
@@ -424,6 +424,43 @@ TEST_F(Renumbering, Leaves_the_set_behind_its_last_row_with_the_rows_that_stayed
     EXPECT_EQ(rows.Text("num"), "3");
     EXPECT_EQ(rows.Text("Ch1"), "reading 7");
     EXPECT_EQ(Walk(rows), Counting(3));
+}
+
+TEST_F(Renumbering, Proves_the_numbers_for_those_who_read_them_behind_its_commit) {
+    AddRows(database, {"", "4", "02", "2"});
+    EXPECT_EQ(Renumber(), 0);
+    const std::int64_t scans = Scans([&] {
+        EXPECT_EQ(Walk(Find("1"), "Ch1"), Texts{"reading 4"});
+        EXPECT_EQ(Walk(Find("02"), "Ch1"), Texts{"reading 02"});
+        EXPECT_EQ(Walk(Find("3"), "Ch1"), Texts{"reading 2"});
+        EXPECT_TRUE(Find("4").Bof());
+    });
+    EXPECT_EQ(scans, 0);
+}
+
+TEST_F(Renumbering, Proves_nothing_if_a_row_changes_before_its_commit) {
+    AddRows(database, {"4", "5", "6"});
+    Database::Transaction walk(database);
+    All().Renumber("num", 1000);
+    Delete("2");
+    walk.Commit();
+    EXPECT_TRUE(Find("2").Bof());
+    EXPECT_EQ(Walk(Find("3"), "Ch1"), Texts{"reading 6"});
+}
+
+TEST_F(Renumbering, Proves_nothing_that_is_taken_back) {
+    AddRows(database, {"4", "5", "6"});
+    Database::Transaction walk(database);
+    All().Renumber("num", 1000);
+    walk.Undo();
+    Database::Transaction change(database);
+    Recordset row = Find("5");
+    row.Edit();
+    row.Set("Ch1", "changed");
+    row.Update();
+    change.Commit();
+    EXPECT_TRUE(Find("1").Bof());
+    EXPECT_EQ(Walk(Find("5"), "Ch1"), Texts{"changed"});
 }
 
 TEST_F(Renumbering, May_leave_no_row) {

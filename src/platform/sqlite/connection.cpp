@@ -228,7 +228,13 @@ Statement Connection::Prepare(const std::string& sql) {
 
 void Connection::Begin(const std::string& begin) {
     Run(begin);
-    changes_before_ = sqlite3_total_changes(database_);
+    changes_before_ = TotalChanges();
+    on_commit_ = nullptr;
+}
+
+void Connection::Commit() {
+    Run("commit");
+    if (const auto action = std::exchange(on_commit_, nullptr)) action();
 }
 
 void Connection::AddFunction(const char* name, int arguments,

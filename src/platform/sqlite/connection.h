@@ -5,6 +5,7 @@
 #include "platform/os/new_file.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <sqlite3.h>
@@ -98,10 +99,13 @@ public:
     bool IsReading() const { return sqlite3_txn_state(database_, nullptr) != SQLITE_TXN_NONE; }
     /// `begin`: the statement that begins it.
     void Begin(const std::string& begin);
+    void Commit();
+    /// Has `action` done right behind the commit of the open transaction. Not if it is undone.
+    void OnCommit(std::function<void()> action) { on_commit_ = std::move(action); }
     /// True once a row has been changed in the open transaction.
-    bool HasUncommittedChanges() const {
-        return IsInTransaction() && sqlite3_total_changes(database_) != changes_before_;
-    }
+    bool HasUncommittedChanges() const { return IsInTransaction() && TotalChanges() != changes_before_; }
+    /// Rows changed so far, by all statements.
+    int TotalChanges() const { return sqlite3_total_changes(database_); }
     /// True while the file stands for what this connection reads: it has its name, and no change waits for a commit.
     bool IsAsStored() const { return !IsNew() && !HasUncommittedChanges(); }
     /// Lets statements call a function of ours.
@@ -130,6 +134,7 @@ private:
     std::unique_ptr<os::NewFile> new_file_;
     sqlite3* database_ = nullptr;
     int changes_before_ = 0;  // of the open transaction
+    std::function<void()> on_commit_;
     std::unordered_map<std::string, sqlite3_stmt*> statements_;
     std::vector<std::shared_ptr<const Table>> tables_;
 };

@@ -93,7 +93,7 @@ void Database::Transaction::Commit() {
     const auto connection = std::move(connection_);
     if (connection == nullptr || !connection->IsInTransaction()) return;
     try {
-        connection->Run("commit");
+        connection->Commit();
     } catch (const RunTimeError&) {
         connection->Rollback();
         throw;

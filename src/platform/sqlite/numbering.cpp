@@ -207,10 +207,25 @@ void WalkOn(Connection& connection, const Table& table, const std::string& colum
     remove.Step();
 }
 
-std::uint32_t AsNumber(const std::string& big_endian) {
-    std::uint32_t number = 0;
-    for (const char byte : big_endian) number = number << 8 | static_cast<unsigned char>(byte);
-    return number;
+/// True if the file has been committed to once since `before`. More commits are somebody else's.
+bool IsNextOf(const Stamp& before, const Stamp& stamp) {
+    const auto count = [](const std::string& big_endian) {
+        std::uint32_t number = 0;
+        for (const char byte : big_endian) number = number << 8 | static_cast<unsigned char>(byte);
+        return number;
+    };
+    return count(stamp.change_counter) == count(before.change_counter) + 1;
+}
+
+/// Has `numbering`, which the open transaction has come to, known once it is committed, if no row is changed until
+/// then.
+void KeepOnCommit(Connection& connection, const Table& table, const std::string& column, const Numbering& numbering) {
+    connection.OnCommit([&connection, name = table.name, column, numbering, changes = connection.TotalChanges(),
+                         before = StampOf(connection.File())] {
+        const Stamp stamp = StampOf(connection.File());
+        if (connection.TotalChanges() != changes || !IsNextOf(before, stamp)) return;
+        AllKnown()[{connection.File().Identity(), name}] = {.stamp = stamp, .columns = {{column, numbering}}};
+    });
 }
 
 }  // namespace
@@ -233,7 +248,10 @@ Numbering Renumber(Connection& connection, const Table& table, const std::string
     Walk walk{.number = numbering.count, .most = most, .first_id = numbering.first_id, .last_id = numbering.last_id};
     WalkOn(connection, table, column, walk);
     if (walk.fault != 0) throw RunTimeError(walk.fault);
-    return {.is_proven = true, .count = walk.number, .first_id = walk.first_id, .last_id = walk.last_id};
+    const Numbering renumbered{
+        .is_proven = true, .count = walk.number, .first_id = walk.first_id, .last_id = walk.last_id};
+    if (!connection.IsNew()) KeepOnCommit(connection, table, column, renumbered);
+    return renumbered;
 }
 
 std::optional<std::int64_t> KnownCount(Connection& connection, const Table& table, std::int64_t last_id) {
@@ -262,8 +280,7 @@ void Append::Stored(std::int64_t id, const std::vector<Text>& row) {
     if (!may_extend_) return;
     Known& known = AllKnown().at({connection_.File().Identity(), table_.name});
     const Stamp stamp = StampOf(connection_.File());
-    // Each commit counts the file's changes on by one; more of them are somebody else's.
-    if (AsNumber(stamp.change_counter) != AsNumber(known.stamp.change_counter) + 1) return;
+    if (!IsNextOf(known.stamp, stamp)) return;
     known.stamp = stamp;
     for (auto& [column, numbering] : known.columns) {
         const Text& text = row[table_.ColumnIndex(column)];
