@@ -14,7 +14,7 @@ STEP = '0 > "rout:scan:step\\n"\n'
 
 
 class Check(unittest.TestCase):
-    def Fault(self, log, rows, first=1):
+    def Fault(self, log, rows, *words, first=1):
         """What it finds wrong with a record of these rows, numbered from `first`, behind this log; empty for nothing."""
         with tempfile.TemporaryDirectory() as folder:
             record, wire = pathlib.Path(folder, "Record1.mdb"), pathlib.Path(folder, "wire.log")
@@ -24,7 +24,8 @@ class Check(unittest.TestCase):
                 engine.executemany("insert into DATA values (?, ?, ?, ?, ?)",
                                    [(str(number), "", *row) for number, row in enumerate(rows, first)])
             engine.close()
-            found = subprocess.run([sys.executable, "-B", CHECK, record, wire], stderr=subprocess.PIPE, encoding="utf-8")
+            found = subprocess.run([sys.executable, "-B", CHECK, record, wire, *words],
+                                   stderr=subprocess.PIPE, encoding="utf-8")
         self.assertEqual(found.returncode != 0, found.stderr != "")
         return found.stderr
 
@@ -53,6 +54,12 @@ class Check(unittest.TestCase):
 
     def test_a_row_is_of_no_scan(self):
         self.assertIn("rows of no scan", self.Fault(self.Runs("1,2,3"), [self.first, self.second]))
+
+    def test_a_last_row_of_blanks_is_there(self):
+        rows = [self.first, (" ", " ", " ")]
+        self.assertIn("rows of no scan", self.Fault(self.Runs("1,2,3"), rows))
+        self.assertEqual(self.Fault(self.Runs("1,2,3"), rows, "closed"), "")
+        self.assertIn("rows of no scan", self.Fault(self.Runs("1,2,3"), [*rows, (" ", " ", " ")], "closed"))
 
     def test_the_last_row_may_be_missing_before_the_next_message(self):
         log = self.Runs("1,2,3") + SCAN.format("4,5,6")
