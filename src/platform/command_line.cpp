@@ -2,8 +2,6 @@
 
 #include "platform/os/file.h"
 
-#include <filesystem>
-
 namespace vantrel {
 
 namespace {
@@ -34,7 +32,7 @@ CommandLine ReadCommandLine(const std::vector<std::string>& words) {
         if (*word == "--version") return Answer("vantrel " VANTREL_VERSION "\n");
         if (*word != "--folder") return Refusal("\"" + *word + "\" is not an option");
         if (++word == words.end() || word->empty()) return Refusal("--folder needs a folder");
-        line.folder = os::TextOf(std::filesystem::absolute(os::PathOf(*word)).lexically_normal());
+        line.folder = os::WholePath(*word);
     }
     return line;
 }

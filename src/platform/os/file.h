@@ -108,6 +108,9 @@ std::string FolderOf(const std::string& path);
 
 /// True if this user may make files in `folder`.
 bool MayMakeFilesIn(const std::string& folder);
+/// `path` from the root on, or from the drive or the server, whether there is such a file or not.
+std::string WholePath(const std::string& path);
+
 
 /// True if what was made, renamed and deleted in a folder can be brought to the disk by a sync of it. Where it cannot,
 /// a deleted file may be back after a power cut.

@@ -188,6 +188,10 @@ std::string TruePath(const std::string& path) {
     return std::filesystem::canonical(path, fault).string();
 }
 
+std::string WholePath(const std::string& path) {
+    return TextOf(std::filesystem::absolute(PathOf(path)).lexically_normal());
+}
+
 std::string FolderOf(const std::string& path) {
     const std::filesystem::path folder = PathOf(path).parent_path();
     return folder.empty() ? "." : TextOf(folder);

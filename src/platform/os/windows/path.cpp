@@ -53,6 +53,13 @@ std::wstring WholePath(const std::wstring& path) {
     return Given([&](wchar_t* text, DWORD room) { return GetFullPathNameW(path.c_str(), room, text, nullptr); });
 }
 
+std::string WholePath(const std::string& path) {
+    std::string whole = Narrow(WholePath(Wide(path)));
+    std::ranges::replace(whole, '\\', '/');
+    // A name is put behind it; in the long form a second separator would be a part of that.
+    return whole.ends_with('/') ? whole.substr(0, whole.size() - 1) : whole;
+}
+
 std::string FolderOf(const std::string& path) {
     const std::size_t end = path.find_last_of("/\\");
     if (end == std::string::npos) return ".";

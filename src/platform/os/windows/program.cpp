@@ -1,6 +1,7 @@
 #include "platform/os/program.h"
 
 #include "platform/os/environment.h"
+#include "platform/os/file.h"
 #include "platform/os/windows/text.h"
 
 #include <cstdio>
@@ -39,11 +40,7 @@ void ShowOutput() {
 
 std::string ProgramFolder() {
     const std::wstring file = Given([](wchar_t* text, DWORD room) { return GetModuleFileNameW(nullptr, text, room); });
-    const std::filesystem::path folder = std::filesystem::path(file).parent_path();
-    std::string text = Narrow(folder.native());
-    for (char& c : text)
-        if (c == '\\') c = '/';
-    return text.ends_with('/') ? text.substr(0, text.size() - 1) : text;
+    return WholePath(FolderOf(Narrow(file)));
 }
 
 void FailOversizeWrites() {}  // as they do
