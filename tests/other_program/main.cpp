@@ -3,6 +3,7 @@
 // At each halt it writes a line and waits until the next of the files 1, 2, 3 ... is in the folder.
 #include "platform/dbengine.h"
 #include "platform/os/file.h"
+#include "platform/os/output.h"
 
 #include <chrono>
 #include <cstdio>
@@ -104,6 +105,13 @@ const std::map<std::string, std::function<void()>> kTasks = {
              Append(database, std::to_string(number));
              Say();
          }
+     }},
+    {"wait", [] { AwaitSignal(); }},
+    {"tell",
+     [] {
+         os::WriteOutput("an answer\n");
+         os::WriteError("one fault\n");
+         os::WriteError("another fault in \u00B5V\n");
      }},
     {"die_in_a_transaction",
      [] {

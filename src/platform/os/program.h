@@ -9,10 +9,6 @@ namespace vantrel::os {
 /// The words behind the program's name, UTF-8; `argc` and `argv` are those of main.
 std::vector<std::string> Arguments(int argc, char** argv);
 
-/// Lets standard output and error be seen in the terminal that the program was started from, where the system keeps
-/// them from programs with windows.
-void ShowOutput();
-
 /// The folder of the program file, without a separator at its end.
 std::string ProgramFolder();
 

@@ -36,8 +36,6 @@ std::string FindProgram(const std::string& name) {
 
 std::vector<std::string> Arguments(int argc, char** argv) { return {argv + 1, argv + argc}; }
 
-void ShowOutput() {}  // they are there
-
 std::string ProgramFolder() { return std::filesystem::read_symlink("/proc/self/exe").parent_path().string(); }
 
 void FailOversizeWrites() { std::signal(SIGXFSZ, SIG_IGN); }

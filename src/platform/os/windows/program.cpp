@@ -4,8 +4,6 @@
 #include "platform/os/file.h"
 #include "platform/os/windows/text.h"
 
-#include <cstdio>
-#include <filesystem>
 #include <shellapi.h>
 #include <windows.h>
 
@@ -28,14 +26,6 @@ std::vector<std::string> Arguments(int, char**) {
     for (int i = 1; i < count; ++i) arguments.push_back(Narrow(words[i]));
     LocalFree(words);
     return arguments;
-}
-
-void ShowOutput() {
-    const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
-    if (output != nullptr && output != INVALID_HANDLE_VALUE) return;
-    if (AttachConsole(ATTACH_PARENT_PROCESS) == 0) return;
-    for (FILE* const stream : {stdout, stderr})
-        [[maybe_unused]] const FILE* opened = std::freopen("CONOUT$", "w", stream);
 }
 
 std::string ProgramFolder() {
