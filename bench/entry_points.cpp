@@ -9,17 +9,15 @@
 #include "bench/text.h"
 #include "platform/os/environment.h"
 #include "platform/os/file.h"
+#include "platform/os/output.h"
 #include "visa_export.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <exception>
-#include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <memory>
-#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -27,44 +25,61 @@
 #include <variant>
 
 using namespace vantrel::bench;
+namespace os = vantrel::os;
 
 namespace {
 
-/// The file that the environment variable names; nullopt where it is not set.
-std::optional<std::filesystem::path> FileNamedBy(const char* variable) {
-    const auto name = vantrel::os::Environment(variable);
-    if (!name) return std::nullopt;
-    return vantrel::os::PathOf(*name);
-}
-
-std::string ContentsOf(const std::filesystem::path& name) {
-    std::ifstream file(name, std::ios::binary);
+std::string ContentsOf(const std::string& name) {
+    std::ifstream file(os::PathOf(name), std::ios::binary);
     std::ostringstream contents;
     contents << file.rdbuf();
     if (!file) throw std::runtime_error("the file cannot be read");
     return contents.str();
 }
 
-/// The file that the environment variable names, to be added to; nullptr without one.
-std::shared_ptr<std::ofstream> LogNamedBy(const char* variable) {
-    const auto name = FileNamedBy(variable);
-    return name ? std::make_shared<std::ofstream>(*name, std::ios::app | std::ios::binary) : nullptr;
+/// A file that lines are added to. One that cannot be written is told once on the standard error.
+class Log {
+public:
+    Log(const char* variable, const std::string& name) : variable_(variable), name_(name) {
+        if (file_.Open(name, os::File::Use::kAppend) != os::Fault::kNone) GiveUp();
+    }
+
+    void Write(const std::string& line) {
+        if (file_.IsOpen() && file_.Write(line + '\n') != os::Fault::kNone) GiveUp();
+    }
+
+private:
+    void GiveUp() {
+        file_.Close();
+        os::WriteError(variable_ + ": " + name_ + " cannot be written\n");
+    }
+
+    std::string variable_;
+    std::string name_;
+    os::File file_;
+};
+
+/// The log that the environment variable names; nullptr without one.
+std::shared_ptr<Log> LogNamedBy(const char* variable) {
+    const auto name = os::Environment(variable);
+    return name && !name->empty() ? std::make_shared<Log>(variable, *name) : nullptr;
 }
 
 std::unique_ptr<Bench> MakeBench() {
-    const auto file = FileNamedBy("VANTREL_BENCH");
+    const auto file = os::Environment("VANTREL_BENCH");
     auto bench = std::make_unique<Bench>(file ? ParseBench(ContentsOf(*file)) : DefaultBench());
     bench->SetRecording(false);
     if (const auto log = LogNamedBy("VANTREL_BENCH_LOG")) {
         bench->SetObserver([log](const Exchange& exchange) {
             const char* arrow = exchange.direction == Exchange::kToInstrument ? " > " : " < ";
-            *log << exchange.instrument << arrow << Quoted(exchange.bytes) << std::endl;
+            log->Write(std::to_string(exchange.instrument) + arrow + Quoted(exchange.bytes));
         });
     }
     if (const auto log = LogNamedBy("VANTREL_BENCH_CALLS")) {
         bench->SetCallObserver([log](const VisaCall& call) {
-            *log << call.text << ' ' << std::hex << std::uppercase << static_cast<std::uint32_t>(call.status)
-                 << std::endl;
+            std::ostringstream line;
+            line << call.text << ' ' << std::hex << std::uppercase << static_cast<std::uint32_t>(call.status);
+            log->Write(line.str());
         });
     }
     return bench;
@@ -76,7 +91,7 @@ Bench* TheBench() {
         try {
             return MakeBench();
         } catch (const std::exception& fault) {
-            std::cerr << "VANTREL_BENCH: " << fault.what() << '\n';
+            os::WriteError(std::string("VANTREL_BENCH: ") + fault.what() + '\n');
             return nullptr;
         }
     }();

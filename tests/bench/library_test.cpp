@@ -126,6 +126,14 @@ TEST(BenchLibrary, Writes_each_exchange_to_the_log_that_the_environment_names) {
     EXPECT_EQ(text.str(), "0 > \"rout:state?\\n\"\n0 < \"2\\n\"\n");
 }
 
+TEST(BenchLibrary, Tells_of_a_log_that_cannot_be_written_and_works_without_it) {
+    SetEnvironment("VANTREL_BENCH_LOG", "no/such/folder/bench.log");
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(CardOf(OpenFirst()), "2\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "VANTREL_BENCH_LOG: no/such/folder/bench.log cannot be written\n");
+}
+
 TEST(BenchLibrary, Writes_each_call_and_its_status_to_the_file_that_the_environment_names) {
     const auto calls = FileHolding("calls.log", "");
     SetEnvironment("VANTREL_BENCH_CALLS", calls);

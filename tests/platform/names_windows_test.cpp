@@ -2,6 +2,7 @@
 #include "platform/dbengine_record.h"
 #include "platform/files.h"
 #include "platform/os/file.h"
+#include "platform/visa/wire_log.h"
 #include "support/errors.h"
 
 #include <chrono>
@@ -53,6 +54,18 @@ TEST(NamesOnWindows, That_are_none_or_of_devices_take_no_output) {
     for (const char* name : {"NUL", "nul.csv", "a.csv.", "a:b.csv"})
         EXPECT_EQ(ErrorOf([&] { OpenForOutput(folder / name, 1); }), kPathNotFound) << name;
     EXPECT_EQ(ErrorOf([&] { OpenForOutput(R"(\\.\pipe\vantrel)", 1); }), kPathNotFound);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+TEST(NamesOnWindows, That_are_none_or_of_devices_take_no_wire_log) {
+    const TempFolder folder;
+    for (const std::string name : {"NUL", "con.txt", "COM1", "wire.log:x", "wire."}) {
+        testing::internal::CaptureStderr();
+        WireLog log((folder / name).c_str());
+        log.Opened("A", 1, kViSuccess);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  "VANTREL_WIRE_LOG: " + folder / name + " cannot be written, nothing more is logged\n");
+    }
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
 }
 

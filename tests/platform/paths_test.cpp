@@ -2,6 +2,7 @@
 #include "platform/dbengine.h"
 #include "platform/files.h"
 #include "platform/os/file.h"
+#include "platform/visa/wire_log.h"
 #include "support/errors.h"
 #include "support/records.h"
 #include "support/temp_folder.h"
@@ -67,6 +68,10 @@ void ExpectToWork(const std::string& folder, const std::string& record) {
     Print(1, "one");
     CloseFile(1);
     EXPECT_EQ(BytesOf(page), "one");
+
+    const std::string log = AppPath() + "/" + record + ".log";
+    WireLog(log.c_str()).Opened("A", 1, kViSuccess);
+    EXPECT_NE(BytesOf(log).find("0 = \"A\"\n"), std::string::npos);
 
     Kill(path);
     EXPECT_EQ(DbEntries(), Texts{});

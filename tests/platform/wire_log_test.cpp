@@ -1,6 +1,8 @@
 #include "platform/visa/wire_log.h"
 
+#include "platform/files.h"
 #include "support/environment.h"
+#include "support/errors.h"
 #include "support/temp_folder.h"
 #include "support/virtual_clock.h"
 
@@ -78,6 +80,26 @@ TEST_F(WireLogFile, Is_added_to) {
     std::ofstream(path, std::ios::binary) << "what was there\n";
     WireLog log(path.c_str());
     EXPECT_EQ(Contents(), "what was there\n2026-03-04 10:00:00.000 begins\n");
+}
+
+TEST_F(WireLogFile, Is_added_to_by_two_programs_in_turn) {
+    WireLog log(path.c_str());
+    WireLog other(path.c_str());
+    log.Opened("A", 1, kViSuccess);
+    other.Opened("B", 1, kViSuccess);
+    log.Sent(1, "x", kViSuccess);
+    EXPECT_EQ(Contents(),
+              "2026-03-04 10:00:00.000 begins\n"
+              "2026-03-04 10:00:00.000 begins\n"
+              "2026-03-04 10:00:00.000 0 = \"A\"\n"
+              "2026-03-04 10:00:00.000 0 = \"B\"\n"
+              "2026-03-04 10:00:00.000 0 > \"x\"\n");
+}
+
+TEST_F(WireLogFile, Is_replaced_by_no_output_file) {
+    const WireLog log(path.c_str());
+    EXPECT_EQ(ErrorOf([&] { OpenForOutput(path, 1); }), kPermissionDenied);
+    EXPECT_EQ(Contents(), "2026-03-04 10:00:00.000 begins\n");
 }
 
 TEST_F(WireLogFile, Calls_are_logged_where_the_environment_names_a_file) {

@@ -44,16 +44,17 @@ struct FileStamp {
 /// The identity of the file that `path` leads to; none where it leads to no file.
 std::optional<FileIdentity> IdentityOf(const std::string& path);
 
-/// An open file, closed with the object. While one has it open kShared nobody gets it kAlone or for kOutput, in this
-/// program or any other, and the other way round.
+/// An open file, closed with the object. While one has it open kShared or kAppend nobody gets it kAlone or for kOutput,
+/// in this program or any other, and the other way round.
 class File {
 public:
     enum class Use {
         kShared,  ///< an ordinary file that is there, to read and write beside others that do so
         kAlone,   ///< a file that is there, to read
         kNew,     ///< a file where none was, to write; nobody else gets it meanwhile
-        kOutput   ///< an ordinary file to write, emptied, made if it is not there; or a device, which is never waited
+        kOutput,  ///< an ordinary file to write, emptied, made if it is not there; or a device, which is never waited
                   ///< for
+        kAppend   ///< an ordinary file, made if it is not there, to write behind its end, shared as kShared is
     };
 
     File() = default;

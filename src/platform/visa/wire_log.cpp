@@ -1,11 +1,7 @@
 #include "platform/visa/wire_log.h"
 
 #include "platform/clock.h"
-#include "platform/os/file.h"
-
-#include <filesystem>
-#include <iostream>
-#include <system_error>
+#include "platform/os/output.h"
 
 namespace vantrel {
 namespace {
@@ -50,19 +46,14 @@ std::string StatusText(ViStatus status) {
 
 WireLog::WireLog(const char* file) : name_(file != nullptr ? file : "") {
     if (name_.empty()) return;
-    std::error_code fault;
-    const auto kind = std::filesystem::status(os::PathOf(name_), fault).type();
-    // A pipe without a reader would hold the run up.
-    if (kind != std::filesystem::file_type::regular && kind != std::filesystem::file_type::not_found) {
+    if (file_.Open(name_, os::File::Use::kAppend) == os::Fault::kNone)
+        Write(Stamp(Now()) + " begins");
+    else
         GiveUp();
-        return;
-    }
-    file_.open(os::PathOf(name_), std::ios::app | std::ios::binary);
-    Write(Stamp(Now()) + " begins");
 }
 
 void WireLog::Opened(const std::string& resource, ViSession session, ViStatus status) {
-    if (!file_.is_open()) return;
+    if (!file_.IsOpen()) return;
     const int place = places_.try_emplace(resource, static_cast<int>(places_.size())).first->second;
     if (status >= 0) session_place_[session] = place;
     Write(Stamp(Now()) + ' ' + std::to_string(place) + " = " + Quoted(resource) + StatusText(status));
@@ -77,20 +68,19 @@ void WireLog::Received(ViSession session, std::string_view bytes, ViStatus statu
 }
 
 void WireLog::Exchanged(ViSession session, char direction, std::string_view bytes, ViStatus status) {
-    if (!file_.is_open()) return;
+    if (!file_.IsOpen()) return;
     const auto known = session_place_.find(session);
     const std::string place = known == session_place_.end() ? "?" : std::to_string(known->second);
     Write(Stamp(Now()) + ' ' + place + ' ' + direction + ' ' + Quoted(bytes) + StatusText(status));
 }
 
 void WireLog::Write(const std::string& line) {
-    file_ << line << '\n' << std::flush;
-    if (!file_) GiveUp();
+    if (file_.Write(line + '\n') != os::Fault::kNone) GiveUp();
 }
 
 void WireLog::GiveUp() {
-    file_.close();
-    std::cerr << "VANTREL_WIRE_LOG: " << name_ << " cannot be written, nothing more is logged\n";
+    file_.Close();
+    os::WriteError("VANTREL_WIRE_LOG: " + name_ + " cannot be written, nothing more is logged\n");
 }
 
 }  // namespace vantrel

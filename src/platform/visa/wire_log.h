@@ -1,9 +1,9 @@
 // A file of everything that goes over the wire.
 #pragma once
 
+#include "platform/os/file.h"
 #include "platform/visa.h"
 
-#include <fstream>
 #include <map>
 #include <string>
 #include <string_view>
@@ -29,7 +29,7 @@ private:
     void GiveUp();
 
     std::string name_;
-    std::ofstream file_;
+    os::File file_;
     std::map<std::string, int> places_;       ///< of the resources, from 0 in the order of their first opening
     std::map<ViSession, int> session_place_;  ///< of the sessions that were opened
 };

@@ -28,6 +28,8 @@ int Flags(File::Use use) {
             return kAlways | O_RDONLY;
         case File::Use::kNew:
             return kAlways | O_RDWR | O_CREAT | O_EXCL;
+        case File::Use::kAppend:
+            return kAlways | O_WRONLY | O_CREAT | O_APPEND;
         case File::Use::kOutput:
             break;
     }
@@ -37,6 +39,7 @@ int Flags(File::Use use) {
 bool IsFitFor(File::Use use, const struct stat& status) {
     switch (use) {
         case File::Use::kShared:
+        case File::Use::kAppend:
             return S_ISREG(status.st_mode);
         case File::Use::kAlone:
         case File::Use::kNew:
@@ -49,7 +52,8 @@ bool IsFitFor(File::Use use, const struct stat& status) {
 
 /// A file system that knows no locks refuses no use.
 bool IsLockedByOther(int descriptor, File::Use use) {
-    const int lock = use == File::Use::kShared ? LOCK_SH : LOCK_EX;
+    const bool is_shared = use == File::Use::kShared || use == File::Use::kAppend;
+    const int lock = is_shared ? LOCK_SH : LOCK_EX;
     return flock(descriptor, lock | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 

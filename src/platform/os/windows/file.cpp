@@ -32,6 +32,8 @@ Way WayOf(File::Use use) {
         case File::Use::kNew:
             return {GENERIC_READ | GENERIC_WRITE, FILE_SHARE_DELETE, CREATE_NEW};
         case File::Use::kOutput:
+        case File::Use::kAppend:
+            return {FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_ALWAYS};
             break;
     }
     return {GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS};
