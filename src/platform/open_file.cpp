@@ -64,7 +64,9 @@ void DeleteLeftovers(const std::string& path) {
 void DeleteEmptyJournal(const std::string& path) {
     const std::string journal = path + "-journal";
     os::File file;
-    if (file.Open(journal, os::File::Use::kAlone) == os::Fault::kNone && file.Stamp().size == 0) os::Delete(journal);
+    // Whoever has it open is at work with the database, and will delete it: that is not waited for.
+    const os::Fault fault = file.Open(journal, os::File::Use::kAlone, os::File::Patience::kNone);
+    if (fault == os::Fault::kNone && file.Stamp().size == 0) os::Delete(journal);
 }
 
 }  // namespace vantrel

@@ -15,7 +15,7 @@ namespace vantrel {
 class OpenFile {
 public:
     /// Marks the file at `path` as in use. Missing: error 3024. A folder, no ordinary file or not permitted for
-    /// writing: 3051. Just being deleted by another program: 3045.
+    /// writing: 3051. Kept from all others by another program, as one that deletes it: 3045.
     static std::shared_ptr<OpenFile> Hold(const std::string& path);
     /// True if this process holds the file at `path`.
     static bool IsHeld(const std::string& path);

@@ -5,9 +5,12 @@
 #include "platform/visa/wire_log.h"
 #include "support/errors.h"
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <thread>
+#include <windows.h>
 
 namespace vantrel {
 namespace {
@@ -69,6 +72,65 @@ TEST(NamesOnWindows, That_are_none_or_of_devices_take_no_wire_log) {
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
 }
 
+/// A program that has a file for itself, as one that looks for viruses, for some time.
+class Scanner {
+public:
+    Scanner(const std::string& path, std::chrono::milliseconds time)
+        : file_(CreateFileW(std::filesystem::path(path).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)),
+          end_([this, time] {
+              std::this_thread::sleep_for(time);
+              CloseHandle(file_);
+          }) {
+        EXPECT_NE(file_, INVALID_HANDLE_VALUE);
+    }
+    ~Scanner() { end_.join(); }
+    Scanner(const Scanner&) = delete;
+    Scanner& operator=(const Scanner&) = delete;
+
+private:
+    HANDLE file_;
+    std::thread end_;
+};
+
+constexpr std::chrono::milliseconds kMoment(100);
+constexpr std::chrono::milliseconds kLonger(1000);
+
+TEST_F(Record, That_another_program_keeps_to_itself_for_a_moment_is_waited_for) {
+    database.Close();
+    {
+        const Scanner scanner(path, kMoment);
+        EXPECT_EQ(ErrorOf([&] { TheDBEngine().OpenDatabase(path); }), 0);
+    }
+    const Scanner scanner(path, kMoment);
+    EXPECT_EQ(ErrorOf([&] { Kill(path); }), 0);
+    EXPECT_FALSE(FileExists(path));
+}
+
+TEST_F(Record, That_another_program_keeps_to_itself_for_longer_is_in_use) {
+    database.Close();
+    const Scanner scanner(path, kLonger);
+    EXPECT_EQ(ErrorOf([&] { TheDBEngine().OpenDatabase(path); }), kFileInUse);
+    EXPECT_EQ(ErrorOf([&] { Kill(path); }), kPermissionDenied);
+    EXPECT_TRUE(FileExists(path));
+}
+
+TEST_F(Record, Whose_leftover_journal_another_program_keeps_to_itself_for_a_moment_is_deleted_with_it) {
+    database.Close();
+    WriteFileBytes(path + "-wal", "x");
+    const Scanner scanner(path + "-wal", kMoment);
+    EXPECT_EQ(ErrorOf([&] { Kill(path); }), 0);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+TEST(OutputFileOnWindows, That_another_program_keeps_to_itself_for_a_moment_is_waited_for) {
+    const TempFolder folder;
+    WriteFileBytes(folder / "page.csv", "old");
+    const Scanner scanner(folder / "page.csv", kMoment);
+    EXPECT_EQ(ErrorOf([&] { OpenForOutput(folder / "page.csv", 1); }), 0);
+    CloseFile(1);
+    EXPECT_EQ(FileBytes(folder / "page.csv"), "");
+}
+
 TEST_F(Record, That_is_open_can_be_moved_or_deleted_by_nobody) {
     std::error_code moved;
     std::filesystem::rename(path, folder / "elsewhere.mdb", moved);
@@ -90,11 +152,15 @@ TEST_F(Record, That_is_read_only_is_not_deleted) {
 
 TEST_F(Record, Whose_journal_another_user_has_open_is_closed_without_a_wait) {
     AddRows(database, {"1"});
-    Database reader = TheDBEngine().OpenDatabase(path);
-    EXPECT_EQ(Walk(reader.OpenRecordset("select * from data")), Texts{"1"});
-    const auto before = std::chrono::steady_clock::now();
-    reader.Close();
-    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(500));
+    std::chrono::steady_clock::duration shortest = std::chrono::hours(1);
+    for (int times = 0; times < 3; ++times) {
+        Database reader = TheDBEngine().OpenDatabase(path);
+        EXPECT_EQ(Walk(reader.OpenRecordset("select * from data")), Texts{"1"});
+        const auto before = std::chrono::steady_clock::now();
+        reader.Close();
+        shortest = std::min(shortest, std::chrono::steady_clock::now() - before);
+    }
+    EXPECT_LT(shortest, std::chrono::milliseconds(250));
     AddRows(database, {"2"});
     EXPECT_EQ(Stored(), Counting(2));
     database.Close();

@@ -57,6 +57,13 @@ public:
         kAppend   ///< an ordinary file, made if it is not there, to write behind its end, shared as kShared is
     };
 
+    /// What to do about a program that keeps the file to itself as virus scanners, indexers and backups do, where the
+    /// system lets them.
+    enum class Patience {
+        kMoment,  ///< wait for its end, 0.3 s at most
+        kNone     ///< give up at once
+    };
+
     File() = default;
     ~File() { Close(); }
     File(File&& other) noexcept : handle_(other.handle_) { other.handle_ = kNone; }
@@ -65,7 +72,7 @@ public:
 
     /// Opens the file at `path`; a file that is open already is closed first. A file that another program deletes
     /// meanwhile is kMissing, a new one kInUse.
-    [[nodiscard]] Fault Open(const std::string& path, Use use);
+    [[nodiscard]] Fault Open(const std::string& path, Use use, Patience patience = Patience::kMoment);
     /// Closes it. A fault is one of what was written before.
     Fault Close() noexcept;
     bool IsOpen() const { return handle_ != kNone; }
@@ -97,9 +104,12 @@ bool IsFolder(const std::string& path);
 /// read.
 std::vector<std::string> NamesIn(const std::string& folder);
 
-/// Deletes the file at `path`, which this program may have open kAlone or kNew. False if it is not there or may not be
-/// deleted.
+/// Deletes the file at `path`, which this program may have open kAlone or kNew. As patient as an opening. False if it
+/// is not there or may not be deleted.
 bool Delete(const std::string& path);
+
+/// `path` from the root on, or from the drive or the server, whether there is such a file or not.
+std::string WholePath(const std::string& path);
 
 /// The path of the file itself, from the root on, whatever link leads to it; empty where `path` leads to no file.
 std::string TruePath(const std::string& path);
@@ -109,9 +119,6 @@ std::string FolderOf(const std::string& path);
 
 /// True if this user may make files in `folder`.
 bool MayMakeFilesIn(const std::string& folder);
-/// `path` from the root on, or from the drive or the server, whether there is such a file or not.
-std::string WholePath(const std::string& path);
-
 
 /// True if what was made, renamed and deleted in a folder can be brought to the disk by a sync of it. Where it cannot,
 /// a deleted file may be back after a power cut.

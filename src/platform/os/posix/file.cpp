@@ -107,7 +107,8 @@ std::optional<FileIdentity> IdentityOf(const std::string& path) {
     return Identity(status);
 }
 
-Fault File::Open(const std::string& path, Use use) {
+/// Nobody is kept from a file here who does not ask for its lock.
+Fault File::Open(const std::string& path, Use use, Patience) {
     Close();
     const int descriptor = open(path.c_str(), Flags(use), kForAll);
     if (descriptor < 0) return FaultOf(errno);
@@ -187,13 +188,13 @@ bool Delete(const std::string& path) {
     return std::filesystem::remove(path, fault);
 }
 
+std::string WholePath(const std::string& path) {
+    return TextOf(std::filesystem::absolute(PathOf(path)).lexically_normal());
+}
+
 std::string TruePath(const std::string& path) {
     std::error_code fault;
     return std::filesystem::canonical(path, fault).string();
-}
-
-std::string WholePath(const std::string& path) {
-    return TextOf(std::filesystem::absolute(PathOf(path)).lexically_normal());
 }
 
 std::string FolderOf(const std::string& path) {

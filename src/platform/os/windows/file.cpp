@@ -1,5 +1,6 @@
 #include "platform/os/file.h"
 
+#include "platform/os/windows/moment.h"
 #include "platform/os/windows/path.h"
 #include "platform/os/windows/text.h"
 
@@ -31,9 +32,9 @@ Way WayOf(File::Use use) {
             return {GENERIC_READ, FILE_SHARE_DELETE, OPEN_EXISTING};
         case File::Use::kNew:
             return {GENERIC_READ | GENERIC_WRITE, FILE_SHARE_DELETE, CREATE_NEW};
-        case File::Use::kOutput:
         case File::Use::kAppend:
             return {FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_ALWAYS};
+        case File::Use::kOutput:
             break;
     }
     return {GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS};
@@ -107,13 +108,17 @@ std::optional<FileIdentity> IdentityOf(const std::string& path) {
     return identity;
 }
 
-Fault File::Open(const std::string& path, Use use) {
+Fault File::Open(const std::string& path, Use use, Patience patience) {
     Close();
     if (!IsFileName(FileNameOf(path))) return Fault::kBadName;
     const auto [access, sharing, disposition] = WayOf(use);
-    const HANDLE file =
-        CreateFileW(SystemPath(path).c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return LastFault();
+    const std::wstring name = SystemPath(path);
+    HANDLE file = INVALID_HANDLE_VALUE;
+    const auto open = [&] {
+        file = CreateFileW(name.c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+        return file != INVALID_HANDLE_VALUE;
+    };
+    if (patience == Patience::kNone ? !open() : !WorksInAMoment(open)) return LastFault();
     Fault fault = GetFileType(file) == FILE_TYPE_DISK ? Fault::kNone : Fault::kDenied;
     if (fault == Fault::kNone && use == Use::kOutput && SetEndOfFile(file) == 0) fault = LastFault();
     if (fault == Fault::kNone)
@@ -185,7 +190,10 @@ std::vector<std::string> NamesIn(const std::string& folder) {
     return names;
 }
 
-bool Delete(const std::string& path) { return DeleteFileW(SystemPath(path).c_str()) != 0; }
+bool Delete(const std::string& path) {
+    const std::wstring name = SystemPath(path);
+    return WorksInAMoment([&] { return DeleteFileW(name.c_str()) != 0; });
+}
 
 bool CanSyncFolders() { return false; }
 

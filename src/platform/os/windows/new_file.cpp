@@ -1,5 +1,6 @@
 #include "platform/os/new_file.h"
 
+#include "platform/os/windows/moment.h"
 #include "platform/os/windows/path.h"
 
 #include <cstdio>
@@ -38,8 +39,10 @@ Fault ClearLeftover(const std::string& aside) {
 }
 
 Fault MoveWithoutReplacing(const std::string& from, const std::string& to) {
-    const bool is_moved = MoveFileExW(SystemPath(from).c_str(), SystemPath(to).c_str(), MOVEFILE_WRITE_THROUGH) != 0;
-    return is_moved ? Fault::kNone : FaultOf(static_cast<int>(GetLastError()));
+    const auto move = [old_name = SystemPath(from), new_name = SystemPath(to)] {
+        return MoveFileExW(old_name.c_str(), new_name.c_str(), MOVEFILE_WRITE_THROUGH) != 0;
+    };
+    return WorksInAMoment(move) ? Fault::kNone : FaultOf(static_cast<int>(GetLastError()));
 }
 
 }  // namespace
