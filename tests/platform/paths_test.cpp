@@ -89,6 +89,16 @@ TEST(Paths, Of_more_than_260_characters_work) {
     ExpectToWork(folder, "Record1");
 }
 
+#ifdef _WIN32
+TEST(Paths, Of_more_than_1040_bytes_work) {
+    std::string part;
+    for (int i = 0; i < 74; ++i) part += "\u6D4B";
+    std::string folder = part;
+    for (int i = 0; i < 4; ++i) folder += "/" + part;
+    ExpectToWork(folder, "Record1");
+}
+#endif
+
 TEST(Paths, Grow_beyond_260_characters_with_the_name_of_the_record) {
     ExpectToWork(std::string(150, 'a'), "Record" + std::string(200, 'b'));
 }

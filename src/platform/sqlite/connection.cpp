@@ -62,6 +62,13 @@ bool HasWriteAheadLog(std::string_view header) {
     return header[kReadVersionOffset] == kWriteAheadLog;
 }
 
+/// The engine's way to files: the one for paths of any length where there are two, as on Windows; nullptr is the only
+/// one.
+const char* FileSystem() {
+    constexpr const char* kForLongPaths = "win32-longpath";
+    return sqlite3_vfs_find(kForLongPaths) != nullptr ? kForLongPaths : nullptr;
+}
+
 /// Called while another has the file locked: nonzero to try again.
 int WaitForLock(void*, int tries) {
     if (tries >= kBusySteps) return 0;
@@ -159,7 +166,7 @@ Connection::Connection(const std::string& path, std::unique_ptr<os::NewFile> fil
 
 void Connection::Open(const std::string& file) {
     constexpr int kForOneThread = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
-    Check(sqlite3_open_v2(file.c_str(), &database_, kForOneThread, nullptr));
+    Check(sqlite3_open_v2(file.c_str(), &database_, kForOneThread, FileSystem()));
 }
 
 /// Looked at before the engine touches the file, since the engine takes an empty file for a database and may play a
