@@ -1,16 +1,20 @@
 // Windows that load when first touched, and what runs when they come, go and take turns.
 #include "platform/qt/application.h"
+#include "platform/qt/text.h"
 #include "platform/toolkit/dialogs.h"
 #include "platform/toolkit/system_menu.h"
 #include "platform/trial_window.h"
+#include "support/temp_folder.h"
 #include "support/user.h"
 
 #include <QApplication>
+#include <QColorDialog>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
+#include <QTimer>
 #include <QWidget>
 #include <csignal>
 #include <gtest/gtest.h>
@@ -336,6 +340,60 @@ TEST(Program, End_stops_the_process_at_once_with_status_0) {
         testing::ExitedWithCode(0), "");
 }
 
+/// The first of the user's own colours as the colour dialog offers it; `then` is done before the dialog is left.
+QColor FirstOwnColor(const std::function<void()>& then) {
+    QColor first;
+    QTimer::singleShot(0, qApp, [&] {
+        auto* chooser = qobject_cast<QColorDialog*>(QApplication::activeModalWidget());
+        if (!chooser) return;
+        first = QColorDialog::customColor(0);
+        then();
+        chooser->accept();
+    });
+    ShowColor(0);
+    return first;
+}
+
+/// Where the save dialog begins; it is left with `chosen`.
+QString SaveFolder(const QString& chosen) {
+    QString begun;
+    QTimer::singleShot(0, qApp, [&] {
+        auto* files = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (!files) return;
+        begun = files->directory().path();
+        files->selectFile(chosen);
+        static_cast<QDialog*>(files)->accept();
+    });
+    CommonDialog save;
+    save.Filter = "*.csv";
+    save.ShowSave();
+    return begun;
+}
+
+TEST(Program, Starts_without_what_was_left_in_the_dialogs_by_its_last_start_and_by_other_programs) {
+    const TempFolder elsewhere;
+    const QString page = ToQt(elsewhere / "page.csv");
+    const QString colour_of_others = "Qt/customColors/0";
+    EXPECT_EXIT(
+        {
+            SetUpApplication();
+            QSettings others(QSettings::UserScope, "QtProject");
+            others.setValue(colour_of_others, QColor(Qt::red).rgb());
+            others.sync();
+            const bool is_white = FirstOwnColor([] { QColorDialog::setCustomColor(0, Qt::green); }) == Qt::white;
+            const bool is_here = SaveFolder(page) == QDir::currentPath();
+            std::exit(is_white && is_here ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+    SetUpApplication();
+    EXPECT_EQ(FirstOwnColor([] {}), Qt::white);
+    EXPECT_EQ(SaveFolder(page), QDir::currentPath());
+    QSettings others(QSettings::UserScope, "QtProject");
+    EXPECT_NE(others.value(colour_of_others), QColor(Qt::green).rgb());
+    others.remove(colour_of_others);
+}
+
+#ifndef _WIN32  // what other systems have in files is in the registry
 TEST(Program, Keeps_nothing_that_the_dialogs_of_the_toolkit_would_keep) {
     {
         QFileDialog dialog;
@@ -346,6 +404,7 @@ TEST(Program, Keeps_nothing_that_the_dialogs_of_the_toolkit_would_keep) {
     settings.sync();
     EXPECT_FALSE(QFileInfo::exists(settings.fileName())) << settings.fileName().toStdString();
 }
+#endif
 
 TEST(RunTimeErrors, One_in_a_handler_is_shown_and_ends_the_process_with_status_1) {
     EXPECT_EXIT(

@@ -99,7 +99,7 @@ QApplication& SetUpApplication() {
         QCoreApplication::setApplicationName("VANTREL");
         QGuiApplication::setDesktopFileName("vantrel");
         // Every launch starts alike: what Qt's own dialogs would keep for the next one goes to a file that nobody can
-        // write.
+        // write. Windows has no files for that.
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, ":/none");
         auto* made = new QApplication(argc, argv);
         made->setQuitOnLastWindowClosed(false);
@@ -154,9 +154,26 @@ void OpenWebAddress(const std::string& address) {
     if (!os::OpenByInterpreter(address)) QDesktopServices::openUrl(QUrl(ToQt(address)));
 }
 
+namespace {
+
+/// The one colour dialog. At its end it would keep the colours that the user made for the next start of every program
+/// with Qt, and on Windows no path can send them elsewhere: so it has no end, and begins without those of others.
+QColorDialog& ColorDialog() {
+    static auto* const dialog = [] {
+        for (int i = 0; i < QColorDialog::customCount(); ++i) QColorDialog::setCustomColor(i, Qt::white);
+        auto* made = new QColorDialog;
+        made->setWindowTitle("Color");
+        return made;
+    }();
+    return *dialog;
+}
+
+}  // namespace
+
 Colour ShowColor(Colour start) {
-    QColorDialog dialog(ToQt(start));
-    dialog.setWindowTitle("Color");
+    QColorDialog& dialog = ColorDialog();
+    dialog.setCurrentColor(ToQt(start));
+    if (QWidget* last_in_use = dialog.focusWidget()) last_in_use->clearFocus();
     return RunDialog(dialog) == QDialog::Accepted ? FromQt(dialog.selectedColor()) : start;
 }
 
