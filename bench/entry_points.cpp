@@ -9,6 +9,7 @@
 #include "bench/text.h"
 #include "platform/os/environment.h"
 #include "platform/os/file.h"
+#include "platform/os/library.h"
 #include "platform/os/output.h"
 #include "visa_export.h"
 
@@ -122,15 +123,14 @@ Status NoEffect(const char* name, Handle session, Status status) {
 
 }  // namespace
 
-#define VISA_ENTRY extern "C" VISA_EXPORT
+#define VISA_ENTRY extern "C" VISA_EXPORT Status VANTREL_LIBRARY_CALL
 
-VISA_ENTRY Status viOpenDefaultRM(Handle* session) {
+VISA_ENTRY viOpenDefaultRM(Handle* session) {
     Bench* bench = TheBench();
     return bench == nullptr ? kErrorSystem : bench->OpenDefaultRM(session);
 }
 
-VISA_ENTRY Status viFindRsrc(Handle rm, const char* expression, Handle* find_list, std::uint32_t* count,
-                             char* descriptor) {
+VISA_ENTRY viFindRsrc(Handle rm, const char* expression, Handle* find_list, std::uint32_t* count, char* descriptor) {
     Bench* bench = TheBench();
     if (bench == nullptr) return kErrorSystem;
     Handle list = 0;
@@ -145,7 +145,7 @@ VISA_ENTRY Status viFindRsrc(Handle rm, const char* expression, Handle* find_lis
     return status;
 }
 
-VISA_ENTRY Status viFindNext(Handle find_list, char* descriptor) {
+VISA_ENTRY viFindNext(Handle find_list, char* descriptor) {
     Bench* bench = TheBench();
     if (bench == nullptr) return kErrorSystem;
     std::string next;
@@ -154,18 +154,17 @@ VISA_ENTRY Status viFindNext(Handle find_list, char* descriptor) {
     return status;
 }
 
-VISA_ENTRY Status viOpen(Handle rm, const char* descriptor, std::uint32_t access, std::uint32_t timeout,
-                         Handle* session) {
+VISA_ENTRY viOpen(Handle rm, const char* descriptor, std::uint32_t access, std::uint32_t timeout, Handle* session) {
     Bench* bench = TheBench();
     return bench == nullptr ? kErrorSystem : bench->Open(rm, descriptor, access, timeout, session);
 }
 
-VISA_ENTRY Status viSetAttribute(Handle session, std::uint32_t attribute, std::uint32_t value) {
+VISA_ENTRY viSetAttribute(Handle session, std::uint32_t attribute, std::uint32_t value) {
     Bench* bench = TheBench();
     return bench == nullptr ? kErrorSystem : bench->SetAttribute(session, attribute, value);
 }
 
-VISA_ENTRY Status viWrite(Handle session, const unsigned char* bytes, std::uint32_t count, std::uint32_t* written) {
+VISA_ENTRY viWrite(Handle session, const unsigned char* bytes, std::uint32_t count, std::uint32_t* written) {
     Bench* bench = TheBench();
     if (bench == nullptr) return kErrorSystem;
     std::uint32_t sent = 0;
@@ -174,7 +173,7 @@ VISA_ENTRY Status viWrite(Handle session, const unsigned char* bytes, std::uint3
     return status;
 }
 
-VISA_ENTRY Status viRead(Handle session, unsigned char* bytes, std::uint32_t count, std::uint32_t* read) {
+VISA_ENTRY viRead(Handle session, unsigned char* bytes, std::uint32_t count, std::uint32_t* read) {
     Bench* bench = TheBench();
     if (bench == nullptr) return kErrorSystem;
     std::string piece;
@@ -184,13 +183,13 @@ VISA_ENTRY Status viRead(Handle session, unsigned char* bytes, std::uint32_t cou
     return status;
 }
 
-VISA_ENTRY Status viClose(Handle object) {
+VISA_ENTRY viClose(Handle object) {
     Bench* bench = TheBench();
     return bench == nullptr ? kErrorSystem : bench->Close(object);
 }
 
-VISA_ENTRY Status viParseRsrcEx(Handle rm, const char* name, std::uint16_t* interface, std::uint16_t* board,
-                                char* resource_class, char* whole_name, char* alias) {
+VISA_ENTRY viParseRsrcEx(Handle rm, const char* name, std::uint16_t* interface, std::uint16_t* board,
+                         char* resource_class, char* whole_name, char* alias) {
     const Status status = NoEffect("viParseRsrcEx", rm, kSuccess);
     if (status < 0) return status;
     const auto parsed = ParseResourceName(name);
@@ -203,11 +202,11 @@ VISA_ENTRY Status viParseRsrcEx(Handle rm, const char* name, std::uint16_t* inte
     return kSuccess;
 }
 
-VISA_ENTRY Status viParseRsrc(Handle rm, const char* name, std::uint16_t* interface, std::uint16_t* board) {
+VISA_ENTRY viParseRsrc(Handle rm, const char* name, std::uint16_t* interface, std::uint16_t* board) {
     return viParseRsrcEx(rm, name, interface, board, nullptr, nullptr, nullptr);
 }
 
-VISA_ENTRY Status viGetAttribute(Handle object, std::uint32_t attribute, void* result) {
+VISA_ENTRY viGetAttribute(Handle object, std::uint32_t attribute, void* result) {
     Bench* bench = TheBench();
     if (bench == nullptr) return kErrorSystem;
     AttributeValue value;
@@ -220,24 +219,24 @@ VISA_ENTRY Status viGetAttribute(Handle object, std::uint32_t attribute, void* r
     return status;
 }
 
-VISA_ENTRY Status viStatusDesc(Handle /*object*/, Status status, char* text) {
+VISA_ENTRY viStatusDesc(Handle /*object*/, Status status, char* text) {
     const std::string_view meaning = StatusText(status);
     CopyText(meaning.empty() ? "The bench does not give this status." : meaning, text);
     return meaning.empty() ? kWarningUnknownStatus : kSuccess;
 }
 
-VISA_ENTRY Status viClear(Handle session) {
+VISA_ENTRY viClear(Handle session) {
     Bench* bench = TheBench();
     return bench == nullptr ? kErrorSystem : bench->Clear(session);
 }
 
-VISA_ENTRY Status viReadSTB(Handle session, std::uint16_t* status_byte) {
+VISA_ENTRY viReadSTB(Handle session, std::uint16_t* status_byte) {
     Bench* bench = TheBench();
     return bench == nullptr ? kErrorSystem : bench->ReadStb(session, status_byte);
 }
 
-VISA_ENTRY Status viLock(Handle session, std::uint32_t kind, std::uint32_t timeout, const char* requested_key,
-                         char* access_key) {
+VISA_ENTRY viLock(Handle session, std::uint32_t kind, std::uint32_t timeout, const char* requested_key,
+                  char* access_key) {
     Bench* bench = TheBench();
     if (bench == nullptr) return kErrorSystem;
     std::string key;
@@ -246,70 +245,72 @@ VISA_ENTRY Status viLock(Handle session, std::uint32_t kind, std::uint32_t timeo
     return status;
 }
 
-VISA_ENTRY Status viUnlock(Handle session) {
+VISA_ENTRY viUnlock(Handle session) {
     Bench* bench = TheBench();
     return bench == nullptr ? kErrorSystem : bench->ReleaseLock(session);
 }
 
 // The instruments take no trigger from the bus, and are in remote state whenever they are spoken to.
 
-VISA_ENTRY Status viAssertTrigger(Handle session, std::uint16_t /*protocol*/) {
+VISA_ENTRY viAssertTrigger(Handle session, std::uint16_t /*protocol*/) {
     return NoEffect("viAssertTrigger", session, kSuccess);
 }
 
-VISA_ENTRY Status viGpibControlREN(Handle session, std::uint16_t mode) {
+VISA_ENTRY viGpibControlREN(Handle session, std::uint16_t mode) {
     constexpr std::uint16_t kModes = 7;
     return NoEffect("viGpibControlREN", session, mode < kModes ? kSuccess : kErrorInvMode);
 }
 
 // Reads and writes pass no buffer of the library's own.
 
-VISA_ENTRY Status viFlush(Handle session, std::uint16_t /*buffers*/) { return NoEffect("viFlush", session, kSuccess); }
+VISA_ENTRY viFlush(Handle session, std::uint16_t /*buffers*/) { return NoEffect("viFlush", session, kSuccess); }
 
 // There are no events: to be rid of them succeeds, to have them does not.
 
-VISA_ENTRY Status viDisableEvent(Handle session, std::uint32_t /*event*/, std::uint16_t /*mechanism*/) {
+VISA_ENTRY viDisableEvent(Handle session, std::uint32_t /*event*/, std::uint16_t /*mechanism*/) {
     return NoEffect("viDisableEvent", session, kSuccessEventDisabled);
 }
 
-VISA_ENTRY Status viDiscardEvents(Handle session, std::uint32_t /*event*/, std::uint16_t /*mechanism*/) {
+VISA_ENTRY viDiscardEvents(Handle session, std::uint32_t /*event*/, std::uint16_t /*mechanism*/) {
     return NoEffect("viDiscardEvents", session, kSuccessQueueEmpty);
 }
 
-VISA_ENTRY Status viEnableEvent(Handle session, std::uint32_t /*event*/, std::uint16_t /*mechanism*/,
-                                std::uint32_t /*context*/) {
+VISA_ENTRY viEnableEvent(Handle session, std::uint32_t /*event*/, std::uint16_t /*mechanism*/,
+                         std::uint32_t /*context*/) {
     return NoEffect("viEnableEvent", session, kErrorInvEvent);
 }
 
-VISA_ENTRY Status viWaitOnEvent(Handle session, std::uint32_t /*event*/, std::uint32_t /*timeout*/,
-                                std::uint32_t* /*occurred*/, Handle* /*context*/) {
+VISA_ENTRY viWaitOnEvent(Handle session, std::uint32_t /*event*/, std::uint32_t /*timeout*/,
+                         std::uint32_t* /*occurred*/, Handle* /*context*/) {
     return NoEffect("viWaitOnEvent", session, kErrorNotEnabled);
 }
 
-VISA_ENTRY Status viInstallHandler(Handle session, std::uint32_t /*event*/, void* /*handler*/, void* /*user*/) {
+VISA_ENTRY viInstallHandler(Handle session, std::uint32_t /*event*/, void* /*handler*/, void* /*user*/) {
     return NoEffect("viInstallHandler", session, kErrorInvEvent);
 }
 
-VISA_ENTRY Status viUninstallHandler(Handle session, std::uint32_t /*event*/, void* /*handler*/, void* /*user*/) {
+VISA_ENTRY viUninstallHandler(Handle session, std::uint32_t /*event*/, void* /*handler*/, void* /*user*/) {
     return NoEffect("viUninstallHandler", session, kErrorHandlerNotInstalled);
 }
 
-// What a message-based instrument may have and these have not. The arguments behind the session are left where the
-// caller put them.
-#define NOT_SUPPORTED(name) \
-    VISA_ENTRY Status name(Handle session) { return NoEffect(#name, session, kErrorNotSupported); }
+// What a message-based instrument may have and these have not. The arguments behind the session, a word each, are named
+// for a way of calling in which the called one takes them off the stack.
+#define NOT_SUPPORTED(name, ...) \
+    VISA_ENTRY name(Handle session __VA_OPT__(, ) __VA_ARGS__) { return NoEffect(#name, session, kErrorNotSupported); }
 
-NOT_SUPPORTED(viReadAsync)
-NOT_SUPPORTED(viWriteAsync)
-NOT_SUPPORTED(viTerminate)
-NOT_SUPPORTED(viReadToFile)
-NOT_SUPPORTED(viWriteFromFile)
-NOT_SUPPORTED(viBufRead)
-NOT_SUPPORTED(viBufWrite)
-NOT_SUPPORTED(viSetBuf)
-NOT_SUPPORTED(viGpibCommand)
-NOT_SUPPORTED(viGpibControlATN)
-NOT_SUPPORTED(viGpibPassControl)
+using Word = std::uintptr_t;
+
+NOT_SUPPORTED(viReadAsync, Word, Word, Word)
+NOT_SUPPORTED(viWriteAsync, Word, Word, Word)
+NOT_SUPPORTED(viTerminate, Word, Word)
+NOT_SUPPORTED(viReadToFile, Word, Word, Word)
+NOT_SUPPORTED(viWriteFromFile, Word, Word, Word)
+NOT_SUPPORTED(viBufRead, Word, Word, Word)
+NOT_SUPPORTED(viBufWrite, Word, Word, Word)
+NOT_SUPPORTED(viSetBuf, Word, Word)
+NOT_SUPPORTED(viGpibCommand, Word, Word, Word)
+NOT_SUPPORTED(viGpibControlATN, Word)
+NOT_SUPPORTED(viGpibPassControl, Word, Word)
 NOT_SUPPORTED(viGpibSendIFC)
-NOT_SUPPORTED(viUsbControlIn)
-NOT_SUPPORTED(viUsbControlOut)
+NOT_SUPPORTED(viUsbControlIn, Word, Word, Word, Word, Word, Word, Word)
+NOT_SUPPORTED(viUsbControlOut, Word, Word, Word, Word, Word, Word)

@@ -2,6 +2,8 @@
 // what goes over the wire is added to it (platform/visa/wire_log.h).
 #pragma once
 
+#include "platform/os/library.h"
+
 #include <cstdint>
 #include <string>
 
@@ -14,19 +16,22 @@ inline constexpr ViStatus kViSuccess = 0;
 inline constexpr ViStatus kViSuccessMaxCnt = 0x3FFF0006;  ///< the read's buffer is full and more waits
 inline constexpr std::uint32_t kViAttrTmoValue = 0x3FFF001A;
 
-/// The entry points as the program calls them. Every argument is handed over as a zero-extended 64-bit word and every
-/// result lands in a zeroed 64-bit cell of which the low 32 bits count, so that libraries with 32-bit and with
-/// 64-bit integers both work.
+/// The entry points as the program calls them. Every argument is handed over as a zero-extended word of the machine and
+/// every result lands in a zeroed cell of that size, of which the low 32 bits count. So on a machine with 64 bits,
+/// where each argument has a register or a stack slot of that size, libraries with 32-bit and with 64-bit integers both
+/// work.
 struct VisaEntryPoints {
-    using Word = std::uint64_t;
-    Word (*viOpenDefaultRM)(Word* session) = nullptr;
-    Word (*viFindRsrc)(Word rm, const char* expression, Word* find_list, Word* count, char* descriptor) = nullptr;
-    Word (*viFindNext)(Word find_list, char* descriptor) = nullptr;
-    Word (*viOpen)(Word rm, const char* descriptor, Word access, Word timeout, Word* session) = nullptr;
-    Word (*viSetAttribute)(Word session, Word attribute, Word value) = nullptr;
-    Word (*viWrite)(Word session, const unsigned char* bytes, Word count, Word* written) = nullptr;
-    Word (*viRead)(Word session, unsigned char* bytes, Word count, Word* read) = nullptr;
-    Word (*viClose)(Word object) = nullptr;
+    using Word = std::uintptr_t;
+    Word(VANTREL_LIBRARY_CALL* viOpenDefaultRM)(Word* session) = nullptr;
+    Word(VANTREL_LIBRARY_CALL* viFindRsrc)(Word rm, const char* expression, Word* find_list, Word* count,
+                                           char* descriptor) = nullptr;
+    Word(VANTREL_LIBRARY_CALL* viFindNext)(Word find_list, char* descriptor) = nullptr;
+    Word(VANTREL_LIBRARY_CALL* viOpen)(Word rm, const char* descriptor, Word access, Word timeout,
+                                       Word* session) = nullptr;
+    Word(VANTREL_LIBRARY_CALL* viSetAttribute)(Word session, Word attribute, Word value) = nullptr;
+    Word(VANTREL_LIBRARY_CALL* viWrite)(Word session, const unsigned char* bytes, Word count, Word* written) = nullptr;
+    Word(VANTREL_LIBRARY_CALL* viRead)(Word session, unsigned char* bytes, Word count, Word* read) = nullptr;
+    Word(VANTREL_LIBRARY_CALL* viClose)(Word object) = nullptr;
 };
 
 /// Lets the calls below go to `entry_points` and not to the machine's library. For tests.

@@ -4,6 +4,14 @@
 #include <string>
 #include <vector>
 
+/// How the routines of the system's libraries are called; stands before a routine's name. Of the machines with 64 bits
+/// each knows one way only.
+#ifdef _WIN32
+#define VANTREL_LIBRARY_CALL __stdcall
+#else
+#define VANTREL_LIBRARY_CALL
+#endif
+
 namespace vantrel::os {
 
 /// The names under which this system's loader may find a VISA library, the best first.

@@ -16,10 +16,6 @@ namespace {
 
 using Word = VisaEntryPoints::Word;
 
-// The calls hand 64-bit words to routines that may take 32-bit ones. That holds wherever each argument has a register
-// or a stack slot of 64 bits of its own.
-static_assert(sizeof(void*) == sizeof(Word), "the VISA calls need a 64-bit machine");
-
 constexpr auto kErrorLibraryNotFound = static_cast<ViStatus>(0xBFFF009E);
 constexpr std::size_t kDescriptorSize = 1024;  // VISA itself writes 256 characters at most
 
