@@ -25,7 +25,8 @@ std::string FindProgram(const std::string& name) {
     const char* const path = std::getenv("PATH");
     std::istringstream folders(path != nullptr ? path : "");
     for (std::string folder; std::getline(folders, folder, ':');) {
-        const std::filesystem::path file(folder + "/" + name);
+        std::filesystem::path file(folder);
+        (file += '/') += name;
         std::error_code fault;
         if (std::filesystem::is_regular_file(file, fault) && access(file.c_str(), X_OK) == 0) return file.string();
     }
