@@ -80,6 +80,7 @@ public:
     /// True if row `row` can go round and the picture of all below it move up: it is neither marked, as the current row
     /// or a selected one, nor a heading, and no row from it on is merged.
     bool CanRoll(int row) const;
+    QRect visualRect(const QModelIndex& index) const override;
     /// Moves the picture of all rows below row `row` up by its height, and paints what comes into sight.
     void RollPicture(int row);
 

@@ -264,14 +264,14 @@ void GridView::DrawCell(QPainter& painter, const QRect& box, int row, int col) c
 }
 
 void GridView::dataChanged(const QModelIndex& top_left, const QModelIndex& bottom_right, const QList<int>& roles) {
-    if (!isVisible()) return;  // it is painted whole when it is shown
     QTableView::dataChanged(top_left, bottom_right, roles);
-    const int row = top_left.row();
-    const int col = top_left.column();
-    if (top_left != bottom_right || IsMerged(row))
-        viewport()->update();
-    else
-        viewport()->update(BoxOf(row, col, col));  // with its lines: cells beside each other are one rectangle
+    if (top_left != bottom_right || IsMerged(top_left.row())) viewport()->update();
+}
+
+// With its lines, so that cells beside each other are one rectangle to paint.
+QRect GridView::visualRect(const QModelIndex& index) const {
+    if (cells_->IsFixed(index.row(), index.column())) return BoxOf(index.row(), index.column(), index.column());
+    return QTableView::visualRect(index).adjusted(0, 0, 1, 1);
 }
 
 // Whoever looks at the end of a growing list goes on looking at its end.
