@@ -29,7 +29,9 @@ std::string CodePageName() {
 
 constexpr std::intptr_t kNone = -1;
 
-iconv_t Converter(std::intptr_t page) { return reinterpret_cast<iconv_t>(page); }
+iconv_t Converter(std::intptr_t page) {
+    return reinterpret_cast<iconv_t>(page);  // NOLINT(performance-no-int-to-ptr): a handle that was kept as a number
+}
 
 }  // namespace
 
