@@ -44,7 +44,6 @@ void Record_View_Draw::Form_Load() {
 void Record_View_Draw::Form_Unload() { ++draws; }
 
 void Record_View_Draw::Open_Draw_Record(const std::string& path) {
-    const BusyCursor busy;
     Database database = TheDBEngine().OpenDatabase(path);
     Record_Rs = database.OpenRecordset("select * from data");
     Record_Db = database;
