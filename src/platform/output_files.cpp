@@ -47,8 +47,9 @@ void RequireWritten(os::Fault fault) {
 }
 
 void WriteBuffer(Output& output) {
-    const std::string bytes = std::exchange(output.buffer, "");
-    RequireWritten(output.file.Write(bytes));
+    const os::Fault fault = output.file.Write(output.buffer);
+    output.buffer.clear();
+    RequireWritten(fault);
 }
 
 }  // namespace

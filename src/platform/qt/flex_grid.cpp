@@ -79,7 +79,7 @@ void MSFlexGrid::CheckCol(int col) const {
     if (col < 0 || col >= Cols()) throw RunTimeError(kGridCol);
 }
 
-int MSFlexGrid::Rows() const { return CellsOf(widget_).rowCount(); }
+int MSFlexGrid::Rows() const { return CellsOf(widget_).Rows(); }
 
 void MSFlexGrid::SetRows(int rows) {
     if (rows < 0) throw RunTimeError(kGridRow);
@@ -91,7 +91,7 @@ void MSFlexGrid::SetRows(int rows) {
     row_ = std::min(row_, rows - 1);
 }
 
-int MSFlexGrid::Cols() const { return CellsOf(widget_).columnCount(); }
+int MSFlexGrid::Cols() const { return CellsOf(widget_).Cols(); }
 
 void MSFlexGrid::SetCols(int cols) {
     if (cols < 0) throw RunTimeError(kGridCol);

@@ -30,7 +30,9 @@ public:
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
+    int Rows() const { return static_cast<int>(rows_.size()); }
     void SetRows(int rows);
+    int Cols() const { return cols_; }
     void SetCols(int cols);
     const std::string& Text(int row, int col) const { return At(row, col).text; }
     void SetText(int row, int col, const std::string& text);

@@ -8,9 +8,7 @@ namespace vantrel {
 GridModel::GridModel(int rows, int cols, QObject* parent)
     : QAbstractTableModel(parent), rows_(std::size_t(rows), Row(std::size_t(cols))), cols_(cols) {}
 
-int GridModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
-}
+int GridModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : Rows(); }
 
 int GridModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : cols_; }
 
