@@ -36,7 +36,10 @@ public:
     }
 
     void Paint() {
-        std::memcpy(pixels_.data(), background_.data(), kBytes);
+        // Rows of a background are alike: one that is read again and again is at hand.
+        for (int y = 0; y < kHeight; ++y)
+            std::memcpy(pixels_.data() + std::ptrdiff_t{y} * kWidth, background_.data(),
+                        kWidth * sizeof(std::uint32_t));
         for (const Trace& trace : traces_)
             for (std::size_t i = 1; i < trace.points.size(); ++i)
                 Draw(trace.points[i - 1], trace.points[i], static_cast<std::uint32_t>(trace.colour));

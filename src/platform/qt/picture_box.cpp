@@ -33,24 +33,36 @@ public:
         image_.fill(Qt::white);
         for (const Drawing::Fill& fill : background.fills) Fill(fill);
         background_ = image_;
+        for (int y = 0; y < background_.height(); ++y) {
+            const uchar* row = background_.constScanLine(y);
+            const bool is_alike = y > 0 && std::memcmp(row, rows_.back(), RowBytes()) == 0;
+            rows_.push_back(is_alike ? rows_.back() : row);
+        }
     }
 
     const QImage& Image() const { return image_; }
     double Scale() const { return scale_; }
 
-    void Clear() { std::memcpy(image_.bits(), background_.constBits(), std::size_t(image_.sizeInBytes())); }
+    void Clear() {
+        uchar* to = image_.bits();
+        for (const uchar* row : rows_) {
+            std::memcpy(to, row, RowBytes());
+            to += RowBytes();
+        }
+    }
 
     void Draw(std::span<const LineInTwips> lines) {
         if (lines.empty()) return;
         const Pixels pixels{reinterpret_cast<QRgb*>(image_.bits()), image_.width(), image_.height()};
-        LineInTwips before{};
-        Point to{};
-        for (const LineInTwips& line : lines) {
+        // All ends first. Between two lines, each would wait until the line before is drawn.
+        ends_.resize(lines.size());
+        for (std::size_t i = 0; i < lines.size(); ++i) ends_[i] = NearestPixel(lines[i].x1, lines[i].y1);
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            const LineInTwips& line = lines[i];
             // Most lines go on where the one before ends.
-            const bool goes_on = line.x0 == before.x1 && line.y0 == before.y1;
-            const Point from = goes_on ? to : NearestPixel(line.x0, line.y0);
-            to = NearestPixel(line.x1, line.y1);
-            before = line;
+            const bool goes_on = i > 0 && line.x0 == lines[i - 1].x1 && line.y0 == lines[i - 1].y1;
+            const Point from = goes_on ? ends_[i - 1] : NearestPixel(line.x0, line.y0);
+            const Point to = ends_[i];
             // What is drawn with is taken by value, else each pixel that is written might have changed it.
             const QRgb colour = line.colour;
             if (pen_ == 1)
@@ -74,6 +86,8 @@ private:
         int width, height;
         QRgb* Row(int y) const { return first + std::ptrdiff_t{y} * width; }
     };
+
+    std::size_t RowBytes() const { return std::size_t(image_.bytesPerLine()); }
 
     int At(int pixel) const { return static_cast<int>(std::lround(pixel * scale_)); }
 
@@ -137,7 +151,10 @@ private:
     double scale_;
     int pen_;
     QImage background_;
+    // Those of the background. One stands for all that follow it and look alike, so that it stays in the cache.
+    std::vector<const uchar*> rows_;
     QImage image_;
+    std::vector<Point> ends_;  // of the lines that are being drawn
 };
 
 class PlotWidget : public QWidget {
