@@ -16,7 +16,7 @@ constexpr std::size_t kBufferBytes = 65536;
 
 struct Output {
     os::File file;
-    std::string buffer;  // what is still to be written
+    std::string buffer;  // what is still to be written, in UTF-8
 };
 
 std::map<int, Output>& OpenFiles() {
@@ -47,7 +47,7 @@ void RequireWritten(os::Fault fault) {
 }
 
 void WriteBuffer(Output& output) {
-    const os::Fault fault = output.file.Write(output.buffer);
+    const os::Fault fault = output.file.Write(ToCodePage(output.buffer));
     output.buffer.clear();
     RequireWritten(fault);
 }
@@ -67,7 +67,7 @@ void OpenForOutput(const std::string& path, int number) {
 
 void Print(int number, const std::string& text) {
     Output& output = OutputOf(number);
-    output.buffer += ToCodePage(text);
+    output.buffer += text;
     if (output.buffer.size() >= kBufferBytes) WriteBuffer(output);
 }
 
