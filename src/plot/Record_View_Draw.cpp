@@ -44,6 +44,7 @@ void Record_View_Draw::Form_Load() {
 void Record_View_Draw::Form_Unload() { ++draws; }
 
 void Record_View_Draw::Open_Draw_Record(const std::string& path) {
+    const BusyCursor busy;  // while another program has the record locked
     Database database = TheDBEngine().OpenDatabase(path);
     Record_Rs = database.OpenRecordset("select * from data");
     Record_Db = database;

@@ -1,4 +1,5 @@
-// The pointer while a long record is numbered.
+// The pointer while a long record is numbered, and while another program keeps one locked.
+#include "platform/errors.h"
 #include "records/browser_desk.h"
 #include "support/engine_steps.h"
 #include "windows/Record_View_Draw.h"
@@ -7,6 +8,7 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <optional>
+#include <sqlite3.h>
 
 namespace vantrel {
 namespace {
@@ -59,6 +61,46 @@ TEST_F(WaitCursor, Shows_while_the_record_plot_numbers_a_long_record) {
     QMetaObject::invokeMethod(
         qApp, [this] { ExpectWaiting(); }, Qt::QueuedConnection);
     The<Record_View_Draw>().Command1_Click();
+}
+
+/// The clock of a desk; looks at the pointer in every sleep.
+class WatchedClock : public Clock {
+public:
+    explicit WatchedClock(Clock& clock) : clock_(clock) { UseClock(this); }
+    ~WatchedClock() override { UseClock(&clock_); }
+    WatchedClock(const WatchedClock&) = delete;
+    WatchedClock& operator=(const WatchedClock&) = delete;
+
+    DateTime Now() override { return clock_.Now(); }
+    void Sleep(int milliseconds) override {
+        ++(Waits() ? with_it : without_it);
+        clock_.Sleep(milliseconds);
+    }
+
+    int with_it = 0;
+    int without_it = 0;
+
+private:
+    Clock& clock_;
+};
+
+TEST_F(WaitCursor, Shows_while_Draw_waits_for_a_record_that_is_locked) {
+    The<Record_View_Draw>().Show();
+    DoEvents();
+    user.Pick("Record_View_Draw", "Combo_record", "Record1.mdb");
+    user.Pick("Record_View_Draw", "Combo_chan", "CH1");
+    sqlite3* other = nullptr;
+    sqlite3_open(Entry("Record1.mdb").c_str(), &other);
+    ASSERT_EQ(sqlite3_exec(other, "begin exclusive", nullptr, nullptr, nullptr), SQLITE_OK);
+    {
+        const WatchedClock watched(clock);
+        The<Record_View_Draw>().Command1_Click();
+        EXPECT_EQ(watched.with_it, 200);
+        EXPECT_EQ(watched.without_it, 0);
+    }
+    sqlite3_close(other);
+    EXPECT_EQ(user.Messages(), (Texts{"The record cannot be drawn.\n\n" + ErrorText(kLockedByOther)}));
+    EXPECT_FALSE(Waits()) << "at the end";
 }
 
 TEST_F(WaitCursor, Shows_while_Start_numbers_a_long_record_and_not_in_the_run) {
