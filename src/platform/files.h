@@ -46,8 +46,8 @@ void Kill(const std::string& path);
 /// Opens `path` as file `number`, replacing what is there. The number is taken: error 55. A folder, not permitted, or a
 /// database that any program has open: 70. No such folder: 76. A full disk: 61.
 void OpenForOutput(const std::string& path, int number);
-/// Writes `text`, UTF-8, in the system's 8-bit code page. A full disk, or a file beyond the user's limit, raises error
-/// 61, any other failure 57, here or at a later write or at the close; the file stays open.
+/// Writes `text`, whole characters in UTF-8, in the system's 8-bit code page. A full disk, or a file beyond the user's
+/// limit, raises error 61, any other failure 57, here or at a later write or at the close; the file stays open.
 void Print(int number, const std::string& text);
 /// Writes what is still to be written and frees the number.
 void CloseFile(int number);

@@ -16,7 +16,7 @@ constexpr std::size_t kBufferBytes = 65536;
 
 struct Output {
     os::File file;
-    std::string buffer;  // what is still to be written, in UTF-8
+    std::string buffer;  // what is still to be written, not yet in the code page
 };
 
 std::map<int, Output>& OpenFiles() {

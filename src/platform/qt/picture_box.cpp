@@ -54,7 +54,7 @@ public:
     void Draw(std::span<const LineInTwips> lines) {
         if (lines.empty()) return;
         const Pixels pixels{reinterpret_cast<QRgb*>(image_.bits()), image_.width(), image_.height()};
-        // All ends first. Between two lines, each would wait until the line before is drawn.
+        // All ends first. Worked out between two lines, each would wait for the drawing of the one before.
         ends_.resize(lines.size());
         for (std::size_t i = 0; i < lines.size(); ++i) ends_[i] = NearestPixel(lines[i].x1, lines[i].y1);
         for (std::size_t i = 0; i < lines.size(); ++i) {
