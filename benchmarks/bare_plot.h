@@ -36,9 +36,9 @@ public:
     }
 
     void Paint() {
-        // Rows of a background are alike: one that is read again and again is at hand.
+        // The rows of a background are alike.
         for (int y = 0; y < kHeight; ++y)
-            std::memcpy(pixels_.data() + std::ptrdiff_t{y} * kWidth, background_.data(),
+            std::memcpy(pixels_.data() + std::ptrdiff_t{y} * kWidth, background_row_.data(),
                         kWidth * sizeof(std::uint32_t));
         for (const Trace& trace : traces_)
             for (std::size_t i = 1; i < trace.points.size(); ++i)
@@ -65,15 +65,23 @@ private:
         std::vector<Point> points;
     };
 
-    /// Bresenham's line. Only its start may lie beside the plot.
+    /// Bresenham's line. Its ends may lie left and right of the plot.
     void Draw(Point from, Point to, std::uint32_t colour) {
+        if (from.x >= 0 && to.x < kWidth)
+            Draw(from, to, colour, [](int) { return true; });
+        else
+            Draw(from, to, colour, [](int x) { return x >= 0 && x < kWidth; });
+    }
+
+    template <class IsSeen>
+    void Draw(Point from, Point to, std::uint32_t colour, const IsSeen& is_seen) {
         const int dx = to.x - from.x;
         const int dy = std::abs(to.y - from.y);
         const int down = from.y < to.y ? kWidth : -kWidth;
         std::uint32_t* pixel = pixels_.data() + std::ptrdiff_t{from.y} * kWidth + from.x;
         if (dx >= dy) {
             for (int x = from.x, error = dx / 2; x <= to.x; ++x, ++pixel) {
-                if (x >= 0 && x < kWidth) *pixel = colour;
+                if (is_seen(x)) *pixel = colour;
                 error -= dy;
                 if (error < 0) {
                     error += dx;
@@ -83,7 +91,7 @@ private:
         } else {
             int x = from.x;
             for (int step = 0, error = dy / 2; step <= dy; ++step, pixel += down) {
-                if (x >= 0 && x < kWidth) *pixel = colour;
+                if (is_seen(x)) *pixel = colour;
                 error -= dx;
                 if (error < 0) {
                     error += dy;
@@ -95,9 +103,9 @@ private:
     }
 
     std::vector<Trace> traces_;
-    std::vector<std::uint32_t> background_ = std::vector<std::uint32_t>(kSize, 0xFFFFFF);
-    std::vector<std::uint32_t> pixels_ = background_;
-    std::vector<std::uint32_t> screen_ = background_;
+    std::vector<std::uint32_t> background_row_ = std::vector<std::uint32_t>(kWidth, 0xFFFFFF);
+    std::vector<std::uint32_t> pixels_ = std::vector<std::uint32_t>(kSize);
+    std::vector<std::uint32_t> screen_ = pixels_;
 };
 
 }  // namespace vantrel

@@ -69,7 +69,7 @@ private:
 
     static constexpr int kFull = 163;                            // the pass from which plot and tables are full
     static constexpr int kClosed = kFull + kPassesMeasured + 2;  // See Value is closed
-    static constexpr int kEnd = kClosed + kPassesMeasured + 2;
+    static constexpr int kEnd = kClosed + kPassesMeasured + 2;   // and open again
     static constexpr int kMemoryFrom = 160;
     static constexpr int kMemoryTo = 1000;
     static constexpr int kMemorySamples = 10;
@@ -80,7 +80,9 @@ private:
         const int done = pass_;
         if (done > kFull && done < kClosed) with_see_value_.Add(now - start_, LimitOf(done, true));
         if (done > kClosed && done < kEnd) alone_.Add(now - start_, LimitOf(done, false));
+        if (done == 1) LimitOf(done, true);  // its memory is in use from the beginning
         if (done == kClosed) The<DATA_Table>().Hide();
+        if (done == kEnd) The<Form1>().Command6_Click();
         if (done >= kMemoryFrom && done < kMemoryFrom + kMemorySamples) memory_.limit.push_back(MemoryInUse());
         if (done >= kMemoryTo) memory_.work.push_back(MemoryInUse());
         if (done == kMemoryTo + kMemorySamples - 1) {

@@ -1,4 +1,4 @@
-// From the program's start to its window on the screen, against a window with as many bare widgets at the same places.
+// From the program's start to its window on the screen, against a window with as many bare widgets.
 // Each start is a process of its own: this program itself, with an argument.
 #include "platform/toolkit/events.h"
 #include "ratio.h"

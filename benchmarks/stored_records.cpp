@@ -349,7 +349,7 @@ void PlotLines() {
     const char* reads = "25,000 reads with a yield after each, and their lines";
     Print({9, "plot of 25,000 rows out of 25,000", reads, 2}, Plot(25000, false, 5));
     Print({9, "plot of 25,000 rows out of 100,000", reads, 2}, Plot(100000, false, 5));
-    Print({9, "plot of 25,000 rows out of 1,000,000", "the same plus one scan of NUM", 2}, Plot(1000000, true, 3));
+    Print({9, "plot of 25,000 rows out of 1,000,000", "the same plus one scan of NUM", 2}, Plot(1000000, true, 5));
     Unload<Record_View_Draw>();
 }
 
@@ -377,7 +377,12 @@ Pairs SliderStep(int rows, bool is_appended_to, int rounds) {
     };
     int row = rows / 2;
     const Pairs pairs = InTurn(
-        rounds, append, [&] { plot.Slider1_Click(); }, append,
+        rounds,
+        [&] {
+            append();
+            plot.Slider1.SetValue(row + 1);
+        },
+        [&] { plot.Slider1_Click(); }, append,
         [&] {
             Bare bare(PathOf(rows));
             ++row;
@@ -402,7 +407,7 @@ void PrintTable() {
     Print({10, "slider step at 1,000,000 rows, repeated", read, 2}, SliderStep(1000000, false, 300));
     Print({11, "the same while a run appends to the record", read, 3}, SliderStep(1000000, true, 60));
     Print({6, "walk that renumbers 1,000,000 rows", "one UPDATE with a counting function", 1.5},
-          WalkOverWrong(1000000, 3));
+          WalkOverWrong(1000000, 5));
 }
 
 void PrintCurves() {
