@@ -30,8 +30,15 @@ exit /b
 
 :too_many
 >&2 echo vantrel-bench: more than one bench file; vantrel-bench --help tells what there is
-exit /b 2
+goto failed
 
 :unknown
 >&2 echo vantrel-bench: there is no bench file "%~1"; vantrel-bench --help tells what there is
+
+:failed
+rem A console that Explorer opened for this file closes at its end: leave time to read. Only that one was begun with /c "".
+set "begun=%cmdcmdline:"='%"
+rem Wine does not tell how it was begun, and leaves a quote.
+set "begun=%begun:"=%"
+if not "%begun%"=="%begun:/c ''=%" "%SystemRoot%\System32\timeout.exe" /t 60
 exit /b 2
