@@ -47,7 +47,7 @@ public:
         const QFont natural = parentWidget()->font();
         const bool wide = QFontMetricsF(natural).horizontalAdvance(text()) > room - 2 * kMargin;
         setTextMargins(wide ? QMargins(-kMargin, 0, -kMargin, 0) : QMargins());
-        setFont(FittingFont(natural, text(), room));
+        setFont(wide ? FittingFont(natural, text(), room) : natural);
     }
 
 protected:
