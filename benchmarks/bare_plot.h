@@ -67,21 +67,13 @@ private:
 
     /// Bresenham's line. Its ends may lie left and right of the plot.
     void Draw(Point from, Point to, std::uint32_t colour) {
-        if (from.x >= 0 && to.x < kWidth)
-            Draw(from, to, colour, [](int) { return true; });
-        else
-            Draw(from, to, colour, [](int x) { return x >= 0 && x < kWidth; });
-    }
-
-    template <class IsSeen>
-    void Draw(Point from, Point to, std::uint32_t colour, const IsSeen& is_seen) {
         const int dx = to.x - from.x;
         const int dy = std::abs(to.y - from.y);
         const int down = from.y < to.y ? kWidth : -kWidth;
         std::uint32_t* pixel = pixels_.data() + std::ptrdiff_t{from.y} * kWidth + from.x;
         if (dx >= dy) {
             for (int x = from.x, error = dx / 2; x <= to.x; ++x, ++pixel) {
-                if (is_seen(x)) *pixel = colour;
+                if (x >= 0 && x < kWidth) *pixel = colour;
                 error -= dy;
                 if (error < 0) {
                     error += dx;
@@ -91,7 +83,7 @@ private:
         } else {
             int x = from.x;
             for (int step = 0, error = dy / 2; step <= dy; ++step, pixel += down) {
-                if (is_seen(x)) *pixel = colour;
+                if (x >= 0 && x < kWidth) *pixel = colour;
                 error -= dx;
                 if (error < 0) {
                     error += dy;

@@ -10,6 +10,8 @@
 #include "with_windows.h"
 
 #include <QCoreApplication>
+#include <QLineEdit>
+#include <QWidget>
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -375,18 +377,27 @@ Pairs SliderStep(int rows, bool is_appended_to, int rounds) {
         for (int k = 1; k <= kChannels; ++k) all.Set("CH" + Str(k), " ");
         all.Update();
     };
-    int row = rows / 2;
+    QWidget window;
+    QLineEdit row_field(&window);
+    QLineEdit value_field(&window);
+    window.show();
+    DoEvents();
+    int shown = rows / 2;
+    int row = rows / 4;  // other pages of the file than those that were just read
     const Pairs pairs = InTurn(
         rounds,
         [&] {
             append();
-            plot.Slider1.SetValue(row + 1);
+            plot.Slider1.SetValue(++shown);
         },
         [&] { plot.Slider1_Click(); }, append,
         [&] {
             Bare bare(PathOf(rows));
             ++row;
-            bare.ReadRows(row, row, "Ch1", [](int, sqlite3_stmt* found) { Keep(sqlite3_column_text(found, 0)); });
+            bare.ReadRows(row, row, "Ch1", [&](int, sqlite3_stmt* found) {
+                row_field.setText(QString::number(row));
+                value_field.setText(reinterpret_cast<const char*>(sqlite3_column_text(found, 0)));
+            });
         });
     writing.Close();
     Unload<Record_View_Draw>();
@@ -403,7 +414,7 @@ void PrintTable() {
           WalkOverRight(1000000, 5));
     BrowserLines();
     PlotLines();
-    const char* read = "opening the file and reading one row";
+    const char* read = "opening the file, reading one row into two bare fields";
     Print({10, "slider step at 1,000,000 rows, repeated", read, 2}, SliderStep(1000000, false, 300));
     Print({11, "the same while a run appends to the record", read, 3}, SliderStep(1000000, true, 60));
     Print({6, "walk that renumbers 1,000,000 rows", "one UPDATE with a counting function", 1.5},
