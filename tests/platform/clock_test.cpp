@@ -8,42 +8,64 @@
 #include <cstdlib>
 #include <ctime>
 #include <gtest/gtest.h>
+#include <ostream>
 
 namespace vantrel {
 namespace {
 
-#ifndef _WIN32  // the time zone of a process cannot be chosen
-void UseTimeZone(const char* name) {
-    setenv("TZ", name, 1);
-    tzset();
-}
+/// A time zone, and what is shown in it at two moments: 2026-03-04 10:00:05 and 2026-07-04 10:00:05, universal time.
+struct Zone {
+    const char* name;
+    const char* variable;
+    const char* in_march;
+    const char* in_july;
+};
 
-TEST(DateText, Writes_local_time_to_the_second) {
-    UseTimeZone("UTC");
-    EXPECT_EQ(DateText({1'772'618'405'999}), "2026-03-04 10:00:05");
-    UseTimeZone("UTC-2");  // two hours east
-    EXPECT_EQ(DateText({1'772'618'405'999}), "2026-03-04 12:00:05");
-}
+void PrintTo(const Zone& zone, std::ostream* out) { *out << zone.name; }
 
-TEST(DateText, Drops_the_fraction_of_a_second_before_1970_too) {
-    UseTimeZone("UTC");
-    EXPECT_EQ(DateText({-1}), "1969-12-31 23:59:59");
-}
+constexpr std::int64_t kInMarch = 1'772'618'405'000;
+constexpr std::int64_t kInJuly = 1'783'159'205'000;
 
-TEST(CDate, Reads_what_DateText_writes) {
-    for (const char* zone : {"UTC", "UTC-2", "EST5EDT,M3.2.0,M11.1.0"}) {
-        UseTimeZone(zone);
-        EXPECT_EQ(DateText(CDate("2026-03-04 10:00:05")), "2026-03-04 10:00:05");
-        EXPECT_EQ(DateText(CDate("2026-07-04 10:00:05")), "2026-07-04 10:00:05");
-        EXPECT_EQ(DateText(CDate("2024-02-29 23:59:59")), "2024-02-29 23:59:59");
-    }
-}
-
-TEST(CDate, Gives_the_moment_to_the_second) {
-    UseTimeZone("UTC");
-    EXPECT_EQ(CDate("2026-03-04 10:00:05").ms, 1'772'618'405'000);
-}
+/// On Windows a process cannot choose its zone: tests/CMakeLists.txt does.
+class LocalTime : public testing::TestWithParam<Zone> {
+protected:
+    void SetUp() override {
+#ifdef _WIN32
+        const char* const variable = std::getenv("TZ");
+        ASSERT_STREQ(variable, GetParam().variable);
+#else
+        setenv("TZ", GetParam().variable, 1);
+        tzset();
 #endif
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(
+    Zones, LocalTime,
+    testing::Values(Zone{"Greenwich", "UTC", "2026-03-04 10:00:05", "2026-07-04 10:00:05"},
+                    Zone{"Berlin", "CET-1CEST,M3.5.0,M10.5.0/3", "2026-03-04 11:00:05", "2026-07-04 12:00:05"},
+                    Zone{"India", "IST-5:30", "2026-03-04 15:30:05", "2026-07-04 15:30:05"},
+                    Zone{"New_York", "EST5EDT,M3.2.0,M11.1.0", "2026-03-04 05:00:05", "2026-07-04 06:00:05"}),
+    [](const auto& zone) { return std::string(zone.param.name); });
+
+TEST_P(LocalTime, Is_written_to_the_second) {
+    EXPECT_EQ(DateText({kInMarch + 999}), GetParam().in_march);
+    EXPECT_EQ(DateText({kInJuly + 999}), GetParam().in_july);
+}
+
+TEST_P(LocalTime, Is_read_to_the_second) {
+    EXPECT_EQ(CDate(GetParam().in_march).ms, kInMarch);
+    EXPECT_EQ(CDate(GetParam().in_july).ms, kInJuly);
+}
+
+TEST_P(LocalTime, Is_written_as_it_is_read) {
+    for (const char* text : {"2026-03-04 10:00:05", "2026-07-04 10:00:05", "2024-02-29 23:59:59"})
+        EXPECT_EQ(DateText(CDate(text)), text);
+}
+
+TEST_P(LocalTime, Drops_the_fraction_of_a_second_before_1970_too) {
+    EXPECT_EQ(DateText({CDate("1969-06-30 23:59:59").ms + 999}), "1969-06-30 23:59:59");
+}
 
 TEST(CDate, Refuses_every_other_form) {
     for (const char* text :
