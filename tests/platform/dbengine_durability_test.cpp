@@ -284,7 +284,7 @@ TEST_F(Record, Stores_again_when_the_disk_has_room_again) {
     EXPECT_EQ(Stored(), (Texts{"1"}));
 }
 
-#ifndef _WIN32  // a share that is used up is told as a full disk
+#ifndef _WIN32  // the engine does not keep the cause of a write that failed
 TEST_F(Record, Raises_3026_where_the_disk_has_room_but_the_user_has_none) {
     Recordset rows = All();
     for (const int cause : {kShareUsedUp, kTooLarge}) {

@@ -40,12 +40,11 @@ inline Texts Walk(Recordset rows, const std::string& column = "num") {
     return texts;
 }
 
-// The engine's call that writes, and why it may find no room: a full disk, a used-up share of it, a file too large.
+// The engine's call that writes, and why it may find no room: a full disk and, where the engine keeps the cause, a
+// used-up share of it and a file too large.
 #ifdef _WIN32
 inline constexpr const char* kWritingCall = "WriteFile";
 inline constexpr int kFull = 112;
-inline constexpr int kShareUsedUp = 1295;
-inline constexpr int kTooLarge = 223;
 #else
 inline constexpr const char* kWritingCall = "pwrite64";
 inline constexpr int kFull = ENOSPC;

@@ -1,4 +1,4 @@
-// Names that no file can have on Windows, and files that are in use there.
+// Names that no file can have on Windows, files that are in use there, and what its errors mean.
 #include "platform/dbengine_record.h"
 #include "platform/files.h"
 #include "platform/os/file.h"
@@ -175,6 +175,13 @@ TEST(OutputFileOnWindows, Can_be_read_by_others_while_it_is_written_and_nothing_
     EXPECT_EQ(other.Open(folder / "page.csv", os::File::Use::kAlone), os::Fault::kInUse);
     EXPECT_EQ(FileBytes(folder / "page.csv"), "");
     CloseFile(1);
+}
+
+TEST(ErrorsOnWindows, Tell_of_no_room_on_the_disk_in_the_share_of_the_user_and_in_the_file) {
+    constexpr int kDiskQuotaExceeded = 1295;  // which not every header has
+    for (const int error :
+         std::initializer_list<int>{ERROR_DISK_FULL, ERROR_HANDLE_DISK_FULL, ERROR_FILE_TOO_LARGE, kDiskQuotaExceeded})
+        EXPECT_EQ(os::FaultOf(error), os::Fault::kFull) << error;
 }
 
 }  // namespace
