@@ -9,6 +9,7 @@
 #include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <optional>
 #include <thread>
 #include <windows.h>
 
@@ -72,43 +73,50 @@ TEST(NamesOnWindows, That_are_none_or_of_devices_take_no_wire_log) {
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
 }
 
-/// A program that has a file for itself, as one that looks for viruses, for some time.
+/// A program that has a file for itself, as one that looks for viruses, while it lives.
 class Scanner {
 public:
-    Scanner(const std::string& path, std::chrono::milliseconds time)
-        : file_(CreateFileW(std::filesystem::path(path).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)),
-          end_([this, time] {
-              std::this_thread::sleep_for(time);
-              CloseHandle(file_);
-          }) {
+    explicit Scanner(const std::string& path)
+        : file_(CreateFileW(std::filesystem::path(path).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)) {
         EXPECT_NE(file_, INVALID_HANDLE_VALUE);
     }
-    ~Scanner() { end_.join(); }
+    ~Scanner() { CloseHandle(file_); }
     Scanner(const Scanner&) = delete;
     Scanner& operator=(const Scanner&) = delete;
 
 private:
     HANDLE file_;
-    std::thread end_;
 };
 
-constexpr std::chrono::milliseconds kMoment(100);
-constexpr std::chrono::milliseconds kLonger(1000);
+/// Whether `works` is true although a scanner has the file at `path` as it begins, and lets it go a moment later. Where
+/// the machine is so busy that the moment gets too long, it is tried again.
+template <typename Works>
+bool WorksBesideScanner(const std::string& path, const Works& works) {
+    constexpr std::chrono::milliseconds kMoment(50);
+    constexpr int kAttempts = 20;
+    for (int attempts = 0; attempts < kAttempts; ++attempts) {
+        std::optional<Scanner> scanner(std::in_place, path);
+        std::thread end([&] {
+            std::this_thread::sleep_for(kMoment);
+            scanner.reset();
+        });
+        const bool has_worked = works();
+        end.join();
+        if (has_worked) return true;
+    }
+    return false;
+}
 
 TEST_F(Record, That_another_program_keeps_to_itself_for_a_moment_is_waited_for) {
     database.Close();
-    {
-        const Scanner scanner(path, kMoment);
-        EXPECT_EQ(ErrorOf([&] { TheDBEngine().OpenDatabase(path); }), 0);
-    }
-    const Scanner scanner(path, kMoment);
-    EXPECT_EQ(ErrorOf([&] { Kill(path); }), 0);
+    EXPECT_TRUE(WorksBesideScanner(path, [&] { return ErrorOf([&] { TheDBEngine().OpenDatabase(path); }) == 0; }));
+    EXPECT_TRUE(WorksBesideScanner(path, [&] { return ErrorOf([&] { Kill(path); }) == 0; }));
     EXPECT_FALSE(FileExists(path));
 }
 
 TEST_F(Record, That_another_program_keeps_to_itself_for_longer_is_in_use) {
     database.Close();
-    const Scanner scanner(path, kLonger);
+    const Scanner scanner(path);
     EXPECT_EQ(ErrorOf([&] { TheDBEngine().OpenDatabase(path); }), kFileInUse);
     EXPECT_EQ(ErrorOf([&] { Kill(path); }), kPermissionDenied);
     EXPECT_TRUE(FileExists(path));
@@ -117,16 +125,17 @@ TEST_F(Record, That_another_program_keeps_to_itself_for_longer_is_in_use) {
 TEST_F(Record, Whose_leftover_journal_another_program_keeps_to_itself_for_a_moment_is_deleted_with_it) {
     database.Close();
     WriteFileBytes(path + "-wal", "x");
-    const Scanner scanner(path + "-wal", kMoment);
-    EXPECT_EQ(ErrorOf([&] { Kill(path); }), 0);
-    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+    EXPECT_TRUE(WorksBesideScanner(path + "-wal", [&] {
+        WriteFileBytes(path, "x");
+        return ErrorOf([&] { Kill(path); }) == 0 && std::filesystem::is_empty(folder.Path());
+    }));
 }
 
 TEST(OutputFileOnWindows, That_another_program_keeps_to_itself_for_a_moment_is_waited_for) {
     const TempFolder folder;
     WriteFileBytes(folder / "page.csv", "old");
-    const Scanner scanner(folder / "page.csv", kMoment);
-    EXPECT_EQ(ErrorOf([&] { OpenForOutput(folder / "page.csv", 1); }), 0);
+    EXPECT_TRUE(WorksBesideScanner(folder / "page.csv",
+                                   [&] { return ErrorOf([&] { OpenForOutput(folder / "page.csv", 1); }) == 0; }));
     CloseFile(1);
     EXPECT_EQ(FileBytes(folder / "page.csv"), "");
 }
@@ -152,15 +161,18 @@ TEST_F(Record, That_is_read_only_is_not_deleted) {
 
 TEST_F(Record, Whose_journal_another_user_has_open_is_closed_without_a_wait) {
     AddRows(database, {"1"});
+    // A wait would take 300 ms each time; a busy machine makes some of the times long.
+    constexpr std::chrono::milliseconds kNoWait(250);
+    constexpr int kAttempts = 20;
     std::chrono::steady_clock::duration shortest = std::chrono::hours(1);
-    for (int times = 0; times < 3; ++times) {
+    for (int attempts = 0; attempts < kAttempts && shortest >= kNoWait; ++attempts) {
         Database reader = TheDBEngine().OpenDatabase(path);
         EXPECT_EQ(Walk(reader.OpenRecordset("select * from data")), Texts{"1"});
         const auto before = std::chrono::steady_clock::now();
         reader.Close();
         shortest = std::min(shortest, std::chrono::steady_clock::now() - before);
     }
-    EXPECT_LT(shortest, std::chrono::milliseconds(250));
+    EXPECT_LT(shortest, kNoWait);
     AddRows(database, {"2"});
     EXPECT_EQ(Stored(), Counting(2));
     database.Close();
