@@ -3,7 +3,7 @@
 #include "platform/os/environment.h"
 #include "platform/os/windows/text.h"
 
-#include <algorithm>
+#include <filesystem>
 #include <windows.h>
 
 namespace vantrel::os {
@@ -22,9 +22,10 @@ void* OpenLibrary(const std::string& name) {
     SetDllDirectoryW(L"");
     DWORD mode = 0;
     SetThreadErrorMode(SEM_FAILCRITICALERRORS, &mode);
-    std::wstring file = Wide(name);
-    std::ranges::replace(file, L'/', L'\\');
-    const HMODULE library = LoadLibraryW(file.c_str());
+    // One that is named with its whole path finds the libraries that it needs in its own folder.
+    const std::filesystem::path file = std::filesystem::path(Wide(name)).make_preferred();
+    const DWORD search = file.is_absolute() ? LOAD_WITH_ALTERED_SEARCH_PATH : 0;
+    const HMODULE library = LoadLibraryExW(file.c_str(), nullptr, search);
     SetThreadErrorMode(mode, nullptr);
     return library;
 }

@@ -1,0 +1,3 @@
+// A library that needs another one.
+extern "C" __declspec(dllimport) int Needed();
+extern "C" __declspec(dllexport) int Needing() { return Needed(); }
