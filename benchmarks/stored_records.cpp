@@ -218,12 +218,14 @@ Pairs WalkOverWrong(int rows, int rounds) {
 
 // ---- Browser
 
+/// With what of the page can be seen on the screen.
 void ShowFirstPage(int rows) {
     Record_View_Form& browser = The<Record_View_Form>();
     browser.RowFrom = 1;
     browser.RowTo = -1;
     browser.RecordFile = PathOf(rows);
     browser.LoadRecord(browser.RecordFile);
+    DoEvents();
 }
 
 Pairs FirstPage(int rows, int rounds) {
@@ -238,12 +240,12 @@ Pairs FirstPage(int rows, int rounds) {
 
 Pairs NextPage(int rows, int rounds) {
     return InTurn(
-        rounds,
-        [&] {
-            ShowFirstPage(rows);
+        rounds, [&] { ShowFirstPage(rows); },
+        [] {
+            The<Record_View_Form>().next_DB_Click();
             DoEvents();
         },
-        [] { The<Record_View_Form>().next_DB_Click(); }, [] {}, [&] { Bare(PathOf(rows)).ReadPage(kPage + 1); });
+        [] {}, [&] { Bare(PathOf(rows)).ReadPage(kPage + 1); });
 }
 
 Pairs Csv() {
